@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the build, tests, benchmarks and fuzzers need. Quick and
+# silent when everything is already there; needs root (or sudo) only when something is missing.
+set -euo pipefail
+
+packages=(
+	cmake ninja-build g++ make git pkg-config
+	clang libclang-rt-14-dev clang-format
+	libsimdjson-dev nlohmann-json3-dev libcli11-dev
+	libcurl4-openssl-dev libcpp-httplib-dev
+	libgtest-dev libgmock-dev libbenchmark-dev
+	libssl-dev libdw-dev
+)
+
+missing=()
+for p in "${packages[@]}"; do
+	if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+		missing+=("$p")
+	fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo=""
+[ "$(id -u)" -eq 0 ] || sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
