@@ -1,0 +1,32 @@
+// simdjson for the engine build. Nothing third-party is committed to this repository: a user
+// places simdjson 3.0.1 (the single-header release: simdjson.h and simdjson.cpp, Apache-2.0)
+// in Source/ThirdParty/simdjson/include before building the plugin, or points the
+// ZN_SIMDJSON_DIR environment variable at a folder holding them. The two files are compiled
+// into the module, so no separate library has to be built per platform.
+using System;
+using System.IO;
+using UnrealBuildTool;
+
+public class simdjson : ModuleRules
+{
+	public simdjson(ReadOnlyTargetRules Target) : base(Target)
+	{
+		Type = ModuleType.External;
+
+		string Root = Environment.GetEnvironmentVariable("ZN_SIMDJSON_DIR");
+		if (string.IsNullOrEmpty(Root))
+		{
+			Root = Path.Combine(ModuleDirectory, "include");
+		}
+		if (!File.Exists(Path.Combine(Root, "simdjson.h")))
+		{
+			throw new BuildException("simdjson.h was not found in " + Root +
+				". Place simdjson 3.0.1's simdjson.h and simdjson.cpp there (see this file's header).");
+		}
+
+		PublicSystemIncludePaths.Add(Root);
+		// Exceptions stay off in the engine; simdjson reports errors through error codes.
+		PublicDefinitions.Add("SIMDJSON_EXCEPTIONS=0");
+		PublicDefinitions.Add("ZN_SIMDJSON_SINGLE_HEADER=1");
+	}
+}
