@@ -1,0 +1,63 @@
+// Writes seed corpora for the fuzz targets: short generated clips in every shape each target
+// reads. Usage: ZnFuzzSeeds <corpus root>; creates <root>/<Target>/seed_*.json. Each file starts
+// with the mode byte the targets expect ("u": UTF-8 text).
+#include "ZnMotionGenerator.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace
+{
+void Write(const std::filesystem::path& Folder, const std::string& Name, const std::string& Text)
+{
+	std::filesystem::create_directories(Folder);
+	std::ofstream Out(Folder / (Name + ".json"), std::ios::binary);
+	// 'u' has its lowest bit clear: the targets read the rest as UTF-8.
+	Out << 'u' << Text;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+	if (argc != 2)
+	{
+		std::fprintf(stderr, "usage: %s <corpus root>\n", argv[0]);
+		return 2;
+	}
+	const std::filesystem::path Root = argv[1];
+	for (int32 Frames : {0, 1, 3})
+	{
+		for (uint64 Seed : {1ull, 2ull})
+		{
+			const std::string Tag = std::to_string(Frames) + "_" + std::to_string(Seed);
+			// Bodies without fingers keep the seeds small.
+			const FZnGenBodyClip Body = FZnMotionGenerator::GenerateBody({Frames, Seed, Seed == 2, false});
+			Write(Root / "BodyJsonFuzzer", "seed_" + Tag, FZnMotionGenerator::BodyToJson(Body));
+			Write(Root / "BodyJsonV2Fuzzer", "seed_" + Tag,
+				FZnMotionGenerator::BodyToJsonV2(Body, FZnMotionGenerator::ShuffledFrameOrder(Frames, Seed)));
+			if (Frames > 0)
+			{
+				Write(Root / "BodyJsonV2Fuzzer", "seed_frame_" + Tag, FZnMotionGenerator::BodyFrameToJsonV2(Body, 0));
+			}
+			const FZnGenFaceClip Face = FZnMotionGenerator::GenerateFace({Frames, Seed, Seed == 2});
+			Write(Root / "FaceJsonFuzzer", "seed_" + Tag, FZnMotionGenerator::FaceToJson(Face));
+			Write(Root / "FaceJsonV2Fuzzer", "seed_" + Tag, FZnMotionGenerator::FaceToJsonV2(Face));
+			if (Frames > 0)
+			{
+				Write(Root / "FaceJsonV2Fuzzer", "seed_frame_" + Tag, FZnMotionGenerator::FaceFrameToJsonV2(Face, 0));
+			}
+			Write(Root / "FaceJsonV2Fuzzer", "seed_rig_" + Tag,
+				FZnMotionGenerator::ControlRigToJson(FZnMotionGenerator::GenerateControlRig({Frames, Seed, false}, 8)));
+			Write(Root / "JsonReaderFuzzer", "seed_body_" + Tag, FZnMotionGenerator::BodyToJson(Body));
+			Write(Root / "JsonReaderFuzzer", "seed_face_" + Tag, FZnMotionGenerator::FaceToJsonV2(Face));
+		}
+	}
+	// The reader also sees the service's other texts; a few hand-made shapes cover escapes and literals.
+	Write(Root / "JsonReaderFuzzer", "seed_misc_1",
+		R"({"code":0,"msg":"ok \u00e9\ud83d\ude00 \"q\"","data":{"url":"http://x/y","list":[true,false,null,-1.5e3,18446744073709551615]}})");
+	Write(Root / "JsonReaderFuzzer", "seed_misc_2", R"([[],{},"",0,-0,1E-400])");
+	return 0;
+}

@@ -1,0 +1,245 @@
+// The bodies of the fuzz targets, shared by the libFuzzer programs (one *Fuzzer.cpp each) and by
+// the GoogleTest that replays every saved crash input (Tests/ZnUtilsTools/FuzzRegressionTests.cpp),
+// so a regression input runs exactly the code that once failed.
+//
+// Each target feeds the bytes to the decoders and then checks what must hold for any input: no
+// crash, no sanitizer report, and records whose per-item arrays agree with their name arrays.
+// A broken invariant traps, which both libFuzzer and the test harness report as a failure.
+#pragma once
+
+#include "ZnDM_BpFuncLib.h"
+#include "ZnBodyData.h"
+#include "ZnFaceData.h"
+#include "ZnQuatCurve.h"
+#include "ZnJsonReader.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace ZnFuzz
+{
+inline void Require(bool bCondition)
+{
+	if (!bCondition)
+	{
+		__builtin_trap();
+	}
+}
+
+// The first byte picks how the rest becomes an engine string: as UTF-8 text (the way texts arrive
+// from the network) or as raw UTF-16 code units (reaching lone surrogates and NULs directly).
+inline FString ToText(const uint8_t* Data, size_t Size)
+{
+	if (Size == 0)
+	{
+		return FString();
+	}
+	const bool bRawUtf16 = (Data[0] & 1) != 0;
+	++Data;
+	--Size;
+	if (bRawUtf16)
+	{
+		TArray<TCHAR> Units;
+		for (size_t Index = 0; Index + 1 < Size; Index += 2)
+		{
+			TCHAR Unit = static_cast<TCHAR>(Data[Index] | (Data[Index + 1] << 8));
+			Units.Add(Unit);
+		}
+		return FString(Units.Num(), Units.GetData());
+	}
+	const FUTF8ToTCHAR Converted(reinterpret_cast<const char*>(Data), static_cast<int32>(Size));
+	return FString(Converted.Length(), Converted.Get());
+}
+
+inline void CheckBody(const FZnBodyData& Body)
+{
+	// Item i of every per-bone array belongs to name i.
+	Require(Body.BoneNames.Num() == Body.BoneFrames.Num());
+	Require(Body.BoneNames.Num() == Body.BoneCurves.Num());
+	for (const FZnQuatCurve& Curve : Body.BoneCurves)
+	{
+		// Sampling anywhere, including outside the keys, must be safe.
+		if (Curve.Keys.Num() > 0)
+		{
+			Curve.Evaluate(Curve.Keys[0].Time, 0.0001f);
+			Curve.Evaluate(Curve.Keys[Curve.Keys.Num() - 1].Time * 0.5f, 0.0001f);
+			Curve.Evaluate(-1.0f, 0.1f);
+		}
+	}
+}
+
+inline void CheckFace(const FZnFaceData& Face)
+{
+	Require(Face.CurveFrames.Num() == Face.Curves.Num());
+	Require(Face.CurveNames.Num() == 0 || Face.CurveNames.Num() == Face.Curves.Num());
+}
+
+inline TArray<FString> BodyBoneList()
+{
+	TArray<FString> Bones;
+	Bones.Add(FString(TEXT("Hips")));
+	Bones.Add(FString(TEXT("Spine")));
+	Bones.Add(FString(TEXT("hips")));
+	Bones.Add(FString(TEXT("LeftHand")));
+	return Bones;
+}
+
+// Version 1 body text, both entry points.
+inline void BodyJson(const uint8_t* Data, size_t Size)
+{
+	const FString Text = ToText(Data, Size);
+	FZnBodyData Body;
+	UZnDM_BpFuncLib::ParseJsonToBodydata(Text, Body);
+	CheckBody(Body);
+	for (int32 Bone = 0; Bone < Body.BoneNames.Num(); ++Bone)
+	{
+		// Frames and keys come from the same rotations, in rising time order.
+		Require(Body.BoneFrames[Bone].Num() == Body.BoneCurves[Bone].Keys.Num());
+	}
+	FZnBodyData Recommended;
+	float TotalTime = -1.0f;
+	UZnDM_BpFuncLib::ParseJsonToBodydataRecommend(Text, Recommended, TotalTime);
+	CheckBody(Recommended);
+	Require(Recommended.BoneNames.Num() == Body.BoneNames.Num());
+}
+
+// Version 2 body frames: the whole input as one response array and as one streamed frame.
+inline void BodyJsonV2(const uint8_t* Data, size_t Size)
+{
+	const FString Text = ToText(Data, Size);
+	FZnBodyData Body;
+	float TotalTime = 0.0f;
+	UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(Text, BodyBoneList(), Body, TotalTime);
+	CheckBody(Body);
+
+	UZnDM_BpFuncLib::BeginParseJsonToBodydataV2();
+	UZnDM_BpFuncLib::ParseJsonToBodydataV2(Text, BodyBoneList());
+	UZnDM_BpFuncLib::ParseJsonToBodydataV2(Text, BodyBoneList());
+	FZnBodyData Streamed;
+	UZnDM_BpFuncLib::EndParseJsonToBodydataV2(Streamed, TotalTime);
+	CheckBody(Streamed);
+}
+
+// Version 1 face text, both entry points.
+inline void FaceJson(const uint8_t* Data, size_t Size)
+{
+	const FString Text = ToText(Data, Size);
+	FZnFaceData Face;
+	UZnDM_BpFuncLib::ParseJsonToFacedata(Text, Face);
+	CheckFace(Face);
+	for (const TArray<float>& Frames : Face.CurveFrames)
+	{
+		for (float Weight : Frames)
+		{
+			// Percent weights are clamped into 0..1, NaN included.
+			Require(Weight >= 0.0f && Weight <= 1.0f);
+		}
+	}
+	FZnFaceData Recommended;
+	float TotalTime = -1.0f;
+	UZnDM_BpFuncLib::ParseJsonToFacedataRecommend(Text, Recommended, TotalTime);
+	CheckFace(Recommended);
+}
+
+// Version 2 face frames (response and stream) and control-rig curves.
+inline void FaceJsonV2(const uint8_t* Data, size_t Size)
+{
+	const FString Text = ToText(Data, Size);
+	FZnFaceData Face;
+	float TotalTime = 0.0f;
+	UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(Text, Face, TotalTime);
+	CheckFace(Face);
+
+	UZnDM_BpFuncLib::BeginParseJsonToFacedataV2();
+	UZnDM_BpFuncLib::ParseJsonToFacedataV2(Text);
+	FZnFaceData Streamed;
+	UZnDM_BpFuncLib::EndParseJsonToFacedataV2(Streamed, TotalTime);
+	CheckFace(Streamed);
+
+	FZnFaceData Rig;
+	UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(Text, Rig);
+	CheckFace(Rig);
+}
+// Walks every value the reader produced through the accessors scripts' parsers use.
+inline void WalkJson(const FZnJsonValue& Value, int32 Depth)
+{
+	Require(Depth < 100000);
+	switch (Value.GetType())
+	{
+		case EZnJsonType::Array:
+		{
+			const FZnJsonArray Array = Value.AsArray();
+			int32 Count = 0;
+			for (const FZnJsonValue Element : Array)
+			{
+				WalkJson(Element, Depth + 1);
+				++Count;
+			}
+			Require(Count == Array.Num());
+			if (Count > 0)
+			{
+				Require(Array.GetValue(Count - 1).IsValid());
+			}
+			Require(!Array.GetValue(Count).IsValid());
+			break;
+		}
+		case EZnJsonType::Object:
+		{
+			const FZnJsonObject Object = Value.AsObject();
+			for (const FZnJsonField Field : Object)
+			{
+				// Lookup by the member's own name finds a member (the last one of that name).
+				Require(Object.GetField(Field.Key).IsValid());
+				Object.GetNumberField(Field.Key);
+				Object.GetStringField(Field.Key);
+				uint64 Unsigned = 0;
+				Object.TryGetNumberField(Field.Key, Unsigned);
+				int32 Signed = 0;
+				Object.TryGetNumberField(Field.Key, Signed);
+				WalkJson(Field.Value, Depth + 1);
+			}
+			break;
+		}
+		case EZnJsonType::String:
+		{
+			const FString Text = Value.AsString();
+			Require(Value.AsUtf8().size() == 0 || Text.Len() > 0);
+			break;
+		}
+		case EZnJsonType::Number:
+		{
+			float Single = 0.0f;
+			Value.TryGetNumber(Single);
+			int64 Wide = 0;
+			Value.TryGetNumber(Wide);
+			uint32 Narrow = 0;
+			Value.TryGetNumber(Narrow);
+			break;
+		}
+		default:
+			Require(!Value.IsNumber() && !Value.IsArray() && !Value.IsObject());
+			break;
+	}
+}
+
+// The JSON reader on its own: both entry points, then a walk over everything it parsed.
+inline void JsonReader(const uint8_t* Data, size_t Size)
+{
+	FZnJsonReader Reader;
+	if (Size > 0 && Reader.ParseUtf8(reinterpret_cast<const char*>(Data + 1), static_cast<int64>(Size - 1)))
+	{
+		Require(Reader.GetRoot().IsValid());
+		WalkJson(Reader.GetRoot(), 0);
+	}
+	const FString Text = ToText(Data, Size);
+	if (Reader.Parse(Text))
+	{
+		WalkJson(Reader.GetRoot(), 0);
+	}
+	FZnJsonObject Object;
+	Reader.ParseObject(Text, Object);
+	FZnJsonArray Array;
+	Reader.ParseArray(Text, Array);
+}
+} // namespace ZnFuzz
