@@ -1,0 +1,470 @@
+#include "ZnJsonReader.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <memory>
+
+// The parser's buffers and the UTF-8 copy of the text, kept per thread so that a stream of
+// small texts (one per animation frame) does not allocate for each of them.
+struct FZnJsonScratch
+{
+	simdjson::dom::parser Parser;
+	std::unique_ptr<char[]> Buffer;
+	size_t BufferCapacity = 0;
+	bool bBusy = false;
+
+	// Makes room for Length bytes of text plus the zeroed padding the parser reads past the end.
+	char* Reserve(size_t Length)
+	{
+		const size_t Needed = Length + simdjson::SIMDJSON_PADDING;
+		if (Needed > BufferCapacity)
+		{
+			// Grow geometrically: a stream of slowly growing texts should not reallocate each time.
+			size_t NewCapacity = BufferCapacity + BufferCapacity / 2;
+			NewCapacity = NewCapacity < Needed ? Needed : NewCapacity;
+			Buffer.reset(new char[NewCapacity]);
+			BufferCapacity = NewCapacity;
+		}
+		return Buffer.get();
+	}
+
+	// A text this large is rare; its buffers are not worth keeping for the rest of the thread's life.
+	void ReleaseIfLarge()
+	{
+		constexpr size_t KeepLimit = size_t(64) << 20;
+		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit)
+		{
+			Parser = simdjson::dom::parser();
+			Buffer.reset();
+			BufferCapacity = 0;
+		}
+	}
+};
+
+namespace
+{
+thread_local FZnJsonScratch GThreadScratch;
+
+constexpr char32_t ReplacementChar = 0xFFFD;
+
+inline char* WriteUtf8(char* Out, char32_t Code)
+{
+	if (Code < 0x80)
+	{
+		*Out++ = char(Code);
+	}
+	else if (Code < 0x800)
+	{
+		*Out++ = char(0xC0 | (Code >> 6));
+		*Out++ = char(0x80 | (Code & 0x3F));
+	}
+	else if (Code < 0x10000)
+	{
+		*Out++ = char(0xE0 | (Code >> 12));
+		*Out++ = char(0x80 | ((Code >> 6) & 0x3F));
+		*Out++ = char(0x80 | (Code & 0x3F));
+	}
+	else
+	{
+		*Out++ = char(0xF0 | (Code >> 18));
+		*Out++ = char(0x80 | ((Code >> 12) & 0x3F));
+		*Out++ = char(0x80 | ((Code >> 6) & 0x3F));
+		*Out++ = char(0x80 | (Code & 0x3F));
+	}
+	return Out;
+}
+
+// UTF-16 to UTF-8. Out must hold 3 bytes per input unit (a surrogate pair, two units, takes 4).
+// Lone surrogates become U+FFFD, as any text converter of the engine does.
+char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
+{
+	size_t Index = 0;
+	while (Index < Length)
+	{
+		// Texts from the service are almost entirely ASCII: copy blocks of 16 units while they are.
+		while (Index + 16 <= Length)
+		{
+			uint32 Bits = 0;
+			for (size_t Lane = 0; Lane < 16; ++Lane)
+			{
+				Bits |= uint32(In[Index + Lane]);
+			}
+			if (Bits >= 0x80)
+			{
+				break;
+			}
+			for (size_t Lane = 0; Lane < 16; ++Lane)
+			{
+				Out[Lane] = char(In[Index + Lane]);
+			}
+			Out += 16;
+			Index += 16;
+		}
+		if (Index >= Length)
+		{
+			break;
+		}
+		const char32_t Unit = char32_t(In[Index++]);
+		if (Unit < 0x80)
+		{
+			*Out++ = char(Unit);
+		}
+		else if (Unit >= 0xD800 && Unit <= 0xDBFF)
+		{
+			if (Index < Length && char32_t(In[Index]) >= 0xDC00 && char32_t(In[Index]) <= 0xDFFF)
+			{
+				const char32_t Low = char32_t(In[Index++]);
+				Out = WriteUtf8(Out, 0x10000 + ((Unit - 0xD800) << 10) + (Low - 0xDC00));
+			}
+			else
+			{
+				Out = WriteUtf8(Out, ReplacementChar);
+			}
+		}
+		else if (Unit >= 0xDC00 && Unit <= 0xDFFF)
+		{
+			Out = WriteUtf8(Out, ReplacementChar);
+		}
+		else
+		{
+			Out = WriteUtf8(Out, Unit);
+		}
+	}
+	return Out;
+}
+
+// Rounds half away from zero, the engine's rule for reading a fractional number as an integer.
+inline double RoundHalfFromZero(double Value)
+{
+	return Value < 0.0 ? -std::floor(-Value + 0.5) : std::floor(Value + 0.5);
+}
+
+// Reads a number into an integer type when it fits: integers exactly, fractions rounded.
+template <typename IntType>
+bool ReadInteger(const simdjson::dom::element& Element, IntType& OutNumber)
+{
+	constexpr double MinValue = double(std::numeric_limits<IntType>::min());
+	// 2^bits (or 2^(bits-1) when signed), exactly: max() itself rounds up to it for 64-bit types.
+	constexpr double Limit = double(std::numeric_limits<IntType>::max() / 2 + 1) * 2.0;
+	switch (Element.type())
+	{
+		case simdjson::dom::element_type::INT64:
+		{
+			const int64 Value = Element.get_int64().value_unsafe();
+			if (std::numeric_limits<IntType>::is_signed)
+			{
+				if (Value < int64(std::numeric_limits<IntType>::min()) ||
+					Value > int64(std::numeric_limits<IntType>::max()))
+				{
+					return false;
+				}
+			}
+			else if (Value < 0 || uint64(Value) > uint64(std::numeric_limits<IntType>::max()))
+			{
+				return false;
+			}
+			OutNumber = IntType(Value);
+			return true;
+		}
+		case simdjson::dom::element_type::UINT64:
+		{
+			// Only values above the signed 64-bit range are stored unsigned.
+			const uint64 Value = Element.get_uint64().value_unsafe();
+			if (Value > uint64(std::numeric_limits<IntType>::max()))
+			{
+				return false;
+			}
+			OutNumber = IntType(Value);
+			return true;
+		}
+		case simdjson::dom::element_type::DOUBLE:
+		{
+			const double Rounded = RoundHalfFromZero(Element.get_double().value_unsafe());
+			// NaN fails both comparisons; the limits keep the cast defined.
+			if (!(Rounded >= MinValue && Rounded < Limit))
+			{
+				return false;
+			}
+			OutNumber = IntType(Rounded);
+			return true;
+		}
+		default:
+			return false;
+	}
+}
+} // namespace
+
+namespace ZnJson
+{
+void AppendUtf8(FString& Out, std::string_view Utf8)
+{
+	if (Utf8.empty())
+	{
+		return;
+	}
+	TArray<TCHAR>& Chars = Out.GetCharArray();
+	// Drop the terminator while appending; one is added back at the end.
+	int32 Length = Chars.Num() > 0 ? Chars.Num() - 1 : 0;
+	Chars.SetNumUninitialized(Length + int32(Utf8.size()) + 1);
+	TCHAR* Dest = Chars.GetData() + Length;
+	const unsigned char* In = reinterpret_cast<const unsigned char*>(Utf8.data());
+	const unsigned char* End = In + Utf8.size();
+	while (In < End)
+	{
+		const unsigned char Lead = *In;
+		if (Lead < 0x80)
+		{
+			*Dest++ = TCHAR(Lead);
+			++In;
+			continue;
+		}
+		// Decode one multi-byte sequence, rejecting overlong forms, surrogates and values past U+10FFFF.
+		int32 Extra = 0;
+		char32_t Code = 0;
+		char32_t Min = 0;
+		if ((Lead & 0xE0) == 0xC0)
+		{
+			Extra = 1;
+			Code = Lead & 0x1F;
+			Min = 0x80;
+		}
+		else if ((Lead & 0xF0) == 0xE0)
+		{
+			Extra = 2;
+			Code = Lead & 0x0F;
+			Min = 0x800;
+		}
+		else if ((Lead & 0xF8) == 0xF0)
+		{
+			Extra = 3;
+			Code = Lead & 0x07;
+			Min = 0x10000;
+		}
+		else
+		{
+			*Dest++ = TCHAR(ReplacementChar);
+			++In;
+			continue;
+		}
+		bool bValid = End - In > Extra;
+		for (int32 Index = 1; bValid && Index <= Extra; ++Index)
+		{
+			if ((In[Index] & 0xC0) != 0x80)
+			{
+				bValid = false;
+			}
+			else
+			{
+				Code = (Code << 6) | (In[Index] & 0x3F);
+			}
+		}
+		if (!bValid || Code < Min || Code > 0x10FFFF || (Code >= 0xD800 && Code <= 0xDFFF))
+		{
+			*Dest++ = TCHAR(ReplacementChar);
+			++In;
+			continue;
+		}
+		In += Extra + 1;
+		if (Code >= 0x10000)
+		{
+			Code -= 0x10000;
+			*Dest++ = TCHAR(0xD800 + (Code >> 10));
+			*Dest++ = TCHAR(0xDC00 + (Code & 0x3FF));
+		}
+		else
+		{
+			*Dest++ = TCHAR(Code);
+		}
+	}
+	// UTF-16 never needs more units than UTF-8 has bytes, so the array only shrinks here.
+	*Dest = 0;
+	Chars.SetNum(int32(Dest - Chars.GetData()) + 1, false);
+}
+
+FString ToString(std::string_view Utf8)
+{
+	FString Result;
+	AppendUtf8(Result, Utf8);
+	return Result;
+}
+} // namespace ZnJson
+
+EZnJsonType FZnJsonValue::GetType() const
+{
+	if (!bValid)
+	{
+		return EZnJsonType::None;
+	}
+	switch (Element.type())
+	{
+		case simdjson::dom::element_type::ARRAY:
+			return EZnJsonType::Array;
+		case simdjson::dom::element_type::OBJECT:
+			return EZnJsonType::Object;
+		case simdjson::dom::element_type::INT64:
+		case simdjson::dom::element_type::UINT64:
+		case simdjson::dom::element_type::DOUBLE:
+			return EZnJsonType::Number;
+		case simdjson::dom::element_type::STRING:
+			return EZnJsonType::String;
+		case simdjson::dom::element_type::BOOL:
+			return EZnJsonType::Boolean;
+		case simdjson::dom::element_type::NULL_VALUE:
+			return EZnJsonType::Null;
+	}
+	return EZnJsonType::None;
+}
+
+bool FZnJsonValue::TryGetNumber(float& OutNumber) const
+{
+	double Number = 0.0;
+	if (!TryGetNumber(Number))
+	{
+		return false;
+	}
+	OutNumber = float(Number);
+	return true;
+}
+
+bool FZnJsonValue::TryGetNumber(int32& OutNumber) const
+{
+	return bValid && ReadInteger(Element, OutNumber);
+}
+
+bool FZnJsonValue::TryGetNumber(uint32& OutNumber) const
+{
+	return bValid && ReadInteger(Element, OutNumber);
+}
+
+bool FZnJsonValue::TryGetNumber(int64& OutNumber) const
+{
+	return bValid && ReadInteger(Element, OutNumber);
+}
+
+bool FZnJsonValue::TryGetNumber(uint64& OutNumber) const
+{
+	return bValid && ReadInteger(Element, OutNumber);
+}
+
+FString FZnJsonValue::AsString() const
+{
+	FString Result;
+	TryGetString(Result);
+	return Result;
+}
+
+bool FZnJsonValue::TryGetString(FString& OutString) const
+{
+	std::string_view View;
+	if (!TryGetUtf8(View))
+	{
+		return false;
+	}
+	OutString.Empty();
+	ZnJson::AppendUtf8(OutString, View);
+	return true;
+}
+
+FZnJsonValue FZnJsonArray::GetValue(int32 Index) const
+{
+	if (!bValid || Index < 0)
+	{
+		return FZnJsonValue();
+	}
+	simdjson::dom::element Element;
+	if (Array.at(size_t(Index)).get(Element) != simdjson::SUCCESS)
+	{
+		return FZnJsonValue();
+	}
+	return FZnJsonValue(Element);
+}
+
+FZnJsonReader::FZnJsonReader()
+{
+	// A reader created while another one on this thread still holds the shared buffers gets its own.
+	if (!GThreadScratch.bBusy)
+	{
+		Scratch = &GThreadScratch;
+	}
+	else
+	{
+		Scratch = new FZnJsonScratch();
+		bOwnsScratch = true;
+	}
+	Scratch->bBusy = true;
+}
+
+FZnJsonReader::~FZnJsonReader()
+{
+	if (bOwnsScratch)
+	{
+		delete Scratch;
+	}
+	else
+	{
+		Scratch->ReleaseIfLarge();
+		Scratch->bBusy = false;
+	}
+}
+
+bool FZnJsonReader::Parse(const FString& Text)
+{
+	Root = FZnJsonValue();
+	const TCHAR* Chars = *Text;
+	size_t Length = size_t(Text.Len());
+	// A byte-order mark belongs to the file, not to the JSON text.
+	if (Length > 0 && Chars[0] == TCHAR(0xFEFF))
+	{
+		++Chars;
+		--Length;
+	}
+	if (Length == 0)
+	{
+		return false;
+	}
+	char* Buffer = Scratch->Reserve(Length * 3);
+	const size_t Utf8Length = size_t(ConvertUtf16(Chars, Length, Buffer) - Buffer);
+	return ParseBuffer(Utf8Length);
+}
+
+bool FZnJsonReader::ParseUtf8(const char* Utf8, int64 Length)
+{
+	Root = FZnJsonValue();
+	if (Utf8 == nullptr || Length <= 0)
+	{
+		return false;
+	}
+	if (Length >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
+	{
+		Utf8 += 3;
+		Length -= 3;
+	}
+	char* Buffer = Scratch->Reserve(size_t(Length));
+	std::memcpy(Buffer, Utf8, size_t(Length));
+	return ParseBuffer(size_t(Length));
+}
+
+bool FZnJsonReader::ParseBuffer(size_t Length)
+{
+	// Stale bytes past the end could change how a malformed text is read.
+	std::memset(Scratch->Buffer.get() + Length, 0, simdjson::SIMDJSON_PADDING);
+	simdjson::dom::element Element;
+	// The parser rejects trailing content after the root value, and validates the whole text.
+	if (Scratch->Parser.parse(Scratch->Buffer.get(), Length, false).get(Element) != simdjson::SUCCESS)
+	{
+		return false;
+	}
+	Root = FZnJsonValue(Element);
+	return true;
+}
+
+bool FZnJsonReader::ParseObject(const FString& Text, FZnJsonObject& OutRoot)
+{
+	return Parse(Text) && Root.TryGetObject(OutRoot);
+}
+
+bool FZnJsonReader::ParseArray(const FString& Text, FZnJsonArray& OutRoot)
+{
+	return Parse(Text) && Root.TryGetArray(OutRoot);
+}

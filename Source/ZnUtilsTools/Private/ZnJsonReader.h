@@ -1,0 +1,428 @@
+// Read-only JSON access for the module's decoders and response parsers.
+//
+// A whole text is parsed at once and validated completely, so "does not parse" means the same
+// for every caller: malformed syntax anywhere, invalid escapes, trailing content after the root
+// value, numbers outside the range of a double (1e400) or integers beyond 64 bits, and literals
+// that are not JSON (NaN, Infinity) all fail the parse. A leading byte-order mark is skipped.
+//
+// On top of the parse the accessors behave like the engine's JSON objects, so code written
+// against those reads the same way here:
+// - field names are matched without regard to ASCII case, and when a name occurs twice the
+//   later member wins;
+// - a missing or mistyped number reads 0, string "", array empty, object invalid;
+// - the TryGet... forms return false when the member is missing or of another kind.
+// Unlike the engine, values are never converted between kinds: the string "12" is not the
+// number 12, and true is not 1 (a number accessor on them reads 0 / returns false).
+//
+// Lifetime: every value, array and object is a view into the reader that produced it and is
+// valid until that reader is destroyed or parses again. Nothing here allocates per value; the
+// UTF-8 copy of the text and the parser's buffers are reused between parses on the same thread.
+// A reader is not thread-safe; readers on different threads are independent.
+#pragma once
+
+#include "CoreMinimal.h"
+
+#include <string_view>
+
+#include <simdjson.h>
+
+enum class EZnJsonType : uint8
+{
+	None, // missing member or invalid view
+	Null,
+	Boolean,
+	Number,
+	String,
+	Array,
+	Object
+};
+
+class FZnJsonArray;
+class FZnJsonObject;
+
+namespace ZnJson
+{
+// ASCII case-insensitive comparison, the way the engine compares field names.
+inline bool EqualsIgnoreCase(std::string_view A, std::string_view B)
+{
+	if (A.size() != B.size())
+	{
+		return false;
+	}
+	for (size_t Index = 0; Index < A.size(); ++Index)
+	{
+		char CharA = A[Index];
+		char CharB = B[Index];
+		if (CharA != CharB)
+		{
+			CharA = (CharA >= 'A' && CharA <= 'Z') ? char(CharA + 32) : CharA;
+			CharB = (CharB >= 'A' && CharB <= 'Z') ? char(CharB + 32) : CharB;
+			if (CharA != CharB)
+			{
+				return false;
+			}
+		}
+	}
+	return true;
+}
+
+// Appends UTF-8 text to an engine string as UTF-16. Invalid sequences become U+FFFD.
+void AppendUtf8(FString& Out, std::string_view Utf8);
+
+// An engine string from UTF-8 text.
+FString ToString(std::string_view Utf8);
+} // namespace ZnJson
+
+// One JSON value, or nothing (a missing member). Cheap to copy.
+class FZnJsonValue
+{
+public:
+	FZnJsonValue() = default;
+	explicit FZnJsonValue(simdjson::dom::element InElement)
+		: Element(InElement)
+		, bValid(true)
+	{
+	}
+
+	bool IsValid() const { return bValid; }
+	EZnJsonType GetType() const;
+	bool IsNull() const { return bValid && Element.is_null(); }
+	bool IsNumber() const { return bValid && Element.is_number(); }
+	bool IsString() const { return bValid && Element.is_string(); }
+	bool IsBool() const { return bValid && Element.is_bool(); }
+	bool IsArray() const { return bValid && Element.is_array(); }
+	bool IsObject() const { return bValid && Element.is_object(); }
+
+	// The number as a double; 0 when this is not a number.
+	double AsNumber() const
+	{
+		double Number = 0.0;
+		return TryGetNumber(Number) ? Number : 0.0;
+	}
+
+	// Numbers only. The integer forms accept a value inside the target's range and round a
+	// fraction half away from zero; integers written without a fraction are taken exactly.
+	bool TryGetNumber(double& OutNumber) const
+	{
+		return bValid && Element.get_double().get(OutNumber) == simdjson::SUCCESS;
+	}
+	bool TryGetNumber(float& OutNumber) const;
+	bool TryGetNumber(int32& OutNumber) const;
+	bool TryGetNumber(uint32& OutNumber) const;
+	bool TryGetNumber(int64& OutNumber) const;
+	bool TryGetNumber(uint64& OutNumber) const;
+
+	// The string as an engine string; "" when this is not a string.
+	FString AsString() const;
+	bool TryGetString(FString& OutString) const;
+
+	// The string's UTF-8 bytes without copying (valid as long as the reader); empty when not a string.
+	std::string_view AsUtf8() const
+	{
+		std::string_view View;
+		return TryGetUtf8(View) ? View : std::string_view();
+	}
+	bool TryGetUtf8(std::string_view& OutView) const
+	{
+		return bValid && Element.get_string().get(OutView) == simdjson::SUCCESS;
+	}
+
+	// The boolean; false when this is not a boolean.
+	bool AsBool() const
+	{
+		bool bValue = false;
+		return TryGetBool(bValue) && bValue;
+	}
+	bool TryGetBool(bool& bOutValue) const { return bValid && Element.get_bool().get(bOutValue) == simdjson::SUCCESS; }
+
+	// Empty array / invalid object when this is of another kind.
+	FZnJsonArray AsArray() const;
+	FZnJsonObject AsObject() const;
+	bool TryGetArray(FZnJsonArray& OutArray) const;
+	bool TryGetObject(FZnJsonObject& OutObject) const;
+
+	const simdjson::dom::element& GetElement() const { return Element; }
+
+private:
+	simdjson::dom::element Element;
+	bool bValid = false;
+};
+
+// A JSON array, or an empty one standing for a missing or mistyped member.
+class FZnJsonArray
+{
+public:
+	class FIterator
+	{
+	public:
+		FIterator() = default;
+		explicit FIterator(simdjson::dom::array::iterator InIt)
+			: It(InIt)
+		{
+		}
+		FZnJsonValue operator*() const { return FZnJsonValue(*It); }
+		FIterator& operator++()
+		{
+			++It;
+			return *this;
+		}
+		bool operator!=(const FIterator& Other) const { return It != Other.It; }
+		bool operator==(const FIterator& Other) const { return !(It != Other.It); }
+
+	private:
+		simdjson::dom::array::iterator It;
+	};
+
+	FZnJsonArray() = default;
+	explicit FZnJsonArray(simdjson::dom::array InArray)
+		: Array(InArray)
+		, bValid(true)
+	{
+	}
+
+	// False for the stand-in of a missing or mistyped member.
+	bool IsValid() const { return bValid; }
+	// Element count; constant time for any array the service sends (under 16 million elements).
+	int32 Num() const { return bValid ? int32(Array.size()) : 0; }
+	bool IsEmpty() const { return Num() == 0; }
+
+	// Element by position, linear in Index (walk with begin/end instead in loops); invalid when out of range.
+	FZnJsonValue GetValue(int32 Index) const;
+
+	FIterator begin() const { return bValid ? FIterator(Array.begin()) : FIterator(); }
+	FIterator end() const { return bValid ? FIterator(Array.end()) : FIterator(); }
+
+private:
+	simdjson::dom::array Array;
+	bool bValid = false;
+};
+
+// One member of an object while iterating: the name as UTF-8 (unescaped) and the value.
+struct FZnJsonField
+{
+	std::string_view Key;
+	FZnJsonValue Value;
+};
+
+// A JSON object, or an invalid one standing for a missing or mistyped member (every lookup on
+// it misses).
+class FZnJsonObject
+{
+public:
+	class FIterator
+	{
+	public:
+		FIterator() = default;
+		explicit FIterator(simdjson::dom::object::iterator InIt)
+			: It(InIt)
+		{
+		}
+		FZnJsonField operator*() const { return FZnJsonField{It.key(), FZnJsonValue(It.value())}; }
+		FIterator& operator++()
+		{
+			++It;
+			return *this;
+		}
+		bool operator!=(const FIterator& Other) const { return It != Other.It; }
+		bool operator==(const FIterator& Other) const { return !(It != Other.It); }
+
+	private:
+		simdjson::dom::object::iterator It;
+	};
+
+	FZnJsonObject() = default;
+	explicit FZnJsonObject(simdjson::dom::object InObject)
+		: Object(InObject)
+		, bValid(true)
+	{
+	}
+
+	bool IsValid() const { return bValid; }
+	// Member count, duplicates included.
+	int32 Num() const { return bValid ? int32(Object.size()) : 0; }
+
+	// The member (case-insensitive name, later duplicate wins); invalid when missing.
+	FZnJsonValue GetField(std::string_view Name) const
+	{
+		FZnJsonValue Found;
+		if (bValid)
+		{
+			for (simdjson::dom::key_value_pair Field : Object)
+			{
+				if (ZnJson::EqualsIgnoreCase(Field.key, Name))
+				{
+					Found = FZnJsonValue(Field.value);
+				}
+			}
+		}
+		return Found;
+	}
+	bool HasField(std::string_view Name) const { return GetField(Name).IsValid(); }
+	// Present and of the given kind.
+	bool HasTypedField(std::string_view Name, EZnJsonType Type) const { return GetField(Name).GetType() == Type; }
+
+	// Missing or mistyped members read 0, "", false, an empty array or an invalid object.
+	double GetNumberField(std::string_view Name) const { return GetField(Name).AsNumber(); }
+	FString GetStringField(std::string_view Name) const { return GetField(Name).AsString(); }
+	bool GetBoolField(std::string_view Name) const { return GetField(Name).AsBool(); }
+	FZnJsonArray GetArrayField(std::string_view Name) const;
+	FZnJsonObject GetObjectField(std::string_view Name) const;
+
+	// False when the member is missing or of another kind; the output is then left alone.
+	bool TryGetNumberField(std::string_view Name, double& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetNumberField(std::string_view Name, float& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetNumberField(std::string_view Name, int32& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetNumberField(std::string_view Name, uint32& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetNumberField(std::string_view Name, int64& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetNumberField(std::string_view Name, uint64& OutNumber) const
+	{
+		return GetField(Name).TryGetNumber(OutNumber);
+	}
+	bool TryGetStringField(std::string_view Name, FString& OutString) const
+	{
+		return GetField(Name).TryGetString(OutString);
+	}
+	bool TryGetBoolField(std::string_view Name, bool& bOutValue) const { return GetField(Name).TryGetBool(bOutValue); }
+	bool TryGetArrayField(std::string_view Name, FZnJsonArray& OutArray) const;
+	bool TryGetObjectField(std::string_view Name, FZnJsonObject& OutObject) const;
+
+	// Reads several number members in one pass over the object (the fast form for small records
+	// such as {"x":..,"y":..,"z":..,"w":..}). Same rules as GetNumberField for each name.
+	template <int32 N>
+	void GetNumberFields(const std::string_view (&Names)[N], double (&OutNumbers)[N]) const
+	{
+		simdjson::dom::element Found[N];
+		bool bFound[N] = {};
+		if (bValid)
+		{
+			for (simdjson::dom::key_value_pair Field : Object)
+			{
+				for (int32 Index = 0; Index < N; ++Index)
+				{
+					if (ZnJson::EqualsIgnoreCase(Field.key, Names[Index]))
+					{
+						Found[Index] = Field.value;
+						bFound[Index] = true;
+					}
+				}
+			}
+		}
+		for (int32 Index = 0; Index < N; ++Index)
+		{
+			OutNumbers[Index] = bFound[Index] ? FZnJsonValue(Found[Index]).AsNumber() : 0.0;
+		}
+	}
+
+	FIterator begin() const { return bValid ? FIterator(Object.begin()) : FIterator(); }
+	FIterator end() const { return bValid ? FIterator(Object.end()) : FIterator(); }
+
+private:
+	simdjson::dom::object Object;
+	bool bValid = false;
+};
+
+inline FZnJsonArray FZnJsonValue::AsArray() const
+{
+	FZnJsonArray Array;
+	TryGetArray(Array);
+	return Array;
+}
+
+inline FZnJsonObject FZnJsonValue::AsObject() const
+{
+	FZnJsonObject Object;
+	TryGetObject(Object);
+	return Object;
+}
+
+inline bool FZnJsonValue::TryGetArray(FZnJsonArray& OutArray) const
+{
+	simdjson::dom::array Array;
+	if (bValid && Element.get_array().get(Array) == simdjson::SUCCESS)
+	{
+		OutArray = FZnJsonArray(Array);
+		return true;
+	}
+	return false;
+}
+
+inline bool FZnJsonValue::TryGetObject(FZnJsonObject& OutObject) const
+{
+	simdjson::dom::object Object;
+	if (bValid && Element.get_object().get(Object) == simdjson::SUCCESS)
+	{
+		OutObject = FZnJsonObject(Object);
+		return true;
+	}
+	return false;
+}
+
+inline FZnJsonArray FZnJsonObject::GetArrayField(std::string_view Name) const
+{
+	return GetField(Name).AsArray();
+}
+
+inline FZnJsonObject FZnJsonObject::GetObjectField(std::string_view Name) const
+{
+	return GetField(Name).AsObject();
+}
+
+inline bool FZnJsonObject::TryGetArrayField(std::string_view Name, FZnJsonArray& OutArray) const
+{
+	return GetField(Name).TryGetArray(OutArray);
+}
+
+inline bool FZnJsonObject::TryGetObjectField(std::string_view Name, FZnJsonObject& OutObject) const
+{
+	return GetField(Name).TryGetObject(OutObject);
+}
+
+struct FZnJsonScratch;
+
+// Parses one text and owns the result. Typical use:
+//   FZnJsonReader Reader;
+//   FZnJsonObject Root;
+//   if (Reader.ParseObject(Text, Root)) { ... Root.GetStringField("url") ... }
+class FZnJsonReader
+{
+public:
+	FZnJsonReader();
+	~FZnJsonReader();
+	FZnJsonReader(const FZnJsonReader&) = delete;
+	FZnJsonReader& operator=(const FZnJsonReader&) = delete;
+
+	// Parses the whole text; false when it is empty (or only whitespace) or does not parse (see
+	// the top of this file). Views from an earlier parse of this reader become invalid.
+	bool Parse(const FString& Text);
+	// The same over UTF-8 bytes (no terminator needed; the bytes are copied).
+	bool ParseUtf8(const char* Utf8, int64 Length);
+
+	// Parse, then require an object (or array) at the root.
+	bool ParseObject(const FString& Text, FZnJsonObject& OutRoot);
+	bool ParseArray(const FString& Text, FZnJsonArray& OutRoot);
+
+	// The root of the last successful parse; invalid before one or after a failure.
+	FZnJsonValue GetRoot() const { return Root; }
+
+private:
+	bool ParseBuffer(size_t Length);
+
+	FZnJsonScratch* Scratch = nullptr;
+	bool bOwnsScratch = false;
+	FZnJsonValue Root;
+};
