@@ -251,8 +251,8 @@ FQuat SlerpNormalised(const FQuat& A, const FQuat& B, double Alpha)
 	const double SquareSum = R.X * R.X + R.Y * R.Y + R.Z * R.Z + R.W * R.W;
 	if (SquareSum >= static_cast<double>(1e-8f))
 	{
-		const double Scale = 1.0 / std::sqrt(SquareSum);
-		return FQuat(R.X * Scale, R.Y * Scale, R.Z * Scale, R.W * Scale);
+		const double Size = std::sqrt(SquareSum);
+		return FQuat(R.X / Size, R.Y / Size, R.Z / Size, R.W / Size);
 	}
 	return FQuat(0.0, 0.0, 0.0, 1.0);
 }

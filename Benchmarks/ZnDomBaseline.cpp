@@ -60,11 +60,11 @@ FQuat ServiceRotation(float X, float Y, float Z, float W)
 	const double SquareSum = Q.X * Q.X + Q.Y * Q.Y + Q.Z * Q.Z + Q.W * Q.W;
 	if (SquareSum >= static_cast<double>(1e-8f))
 	{
-		const double Scale = 1.0 / std::sqrt(SquareSum);
-		Q.X *= Scale;
-		Q.Y *= Scale;
-		Q.Z *= Scale;
-		Q.W *= Scale;
+		const double Size = std::sqrt(SquareSum);
+		Q.X /= Size;
+		Q.Y /= Size;
+		Q.Z /= Size;
+		Q.W /= Size;
 	}
 	else
 	{
