@@ -7,7 +7,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
 #include <vector>
 
 namespace
@@ -123,14 +122,27 @@ FORCENOINLINE TArray<FProgramCounterSymbolInfo> FPlatformStackWalk::GetStack(
 	{
 		IgnoreCount = 0;
 	}
-	// This function's own frame comes first in the capture and is always skipped.
-	const int64 Wanted = 1 + static_cast<int64>(IgnoreCount) + MaxDepth;
+	// The capture starts inside this function, possibly below it too (a sanitizer's wrapper of
+	// backtrace adds a frame). The caller's frame is the one whose return address is ours.
+	void* const CallerReturnAddress = __builtin_return_address(0);
+	constexpr int64 ExtraFrames = 8;
+	const int64 Wanted = ExtraFrames + static_cast<int64>(IgnoreCount) + MaxDepth;
 	const int Capacity = static_cast<int>(Wanted < 4096 ? Wanted : 4096);
 	std::vector<void*> Addresses(static_cast<size_t>(Capacity));
 	const int Captured = backtrace(Addresses.data(), Capacity);
+	int64 CallerIndex = 1;
+	for (int64 Index = 0; Index < Captured && Index < ExtraFrames; ++Index)
+	{
+		if (Addresses[static_cast<size_t>(Index)] == CallerReturnAddress)
+		{
+			CallerIndex = Index;
+			break;
+		}
+	}
 
 	const FSymbolSession Session;
-	for (int64 Index = 1 + static_cast<int64>(IgnoreCount); Index < Captured && Stack.Num() < MaxDepth; ++Index)
+	for (int64 Index = CallerIndex + static_cast<int64>(IgnoreCount); Index < Captured && Stack.Num() < MaxDepth;
+		 ++Index)
 	{
 		FProgramCounterSymbolInfo Info;
 		Session.Resolve(reinterpret_cast<uint64>(Addresses[static_cast<size_t>(Index)]), Info);
