@@ -1,0 +1,3 @@
+#include "Kismet/BlueprintFunctionLibrary.h"
+
+IMPLEMENT_INTRINSIC_CLASS(UBlueprintFunctionLibrary, ENGINE_API, UObject, COREUOBJECT_API, "/Script/Engine", {})
