@@ -1,5 +1,6 @@
 #include "ZnDomBaseline.h"
 
+#include "ZnHuman_Skeleton.h"
 #include "ZnQuatCurve.h"
 
 #include <nlohmann/json.hpp>
