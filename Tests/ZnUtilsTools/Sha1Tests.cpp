@@ -258,3 +258,67 @@ TEST(Sha1Tests, UnixTimeTextIsPlainDecimalDigits)
 	EXPECT_GE(Value, Before);
 	EXPECT_LE(Value, After);
 }
+
+// ---- The script functions over engine strings ----
+
+#include "ZnDM_BpFuncLib.h"
+
+namespace
+{
+std::string Utf8Of(const FString& Text)
+{
+	const FTCHARToUTF8 Converted(*Text, Text.Len());
+	return std::string(Converted.Get(), Converted.Length());
+}
+
+std::vector<uint8> BytesOf(const TArray<uint8>& Array)
+{
+	return std::vector<uint8>(Array.GetData(), Array.GetData() + Array.Num());
+}
+} // namespace
+
+TEST(Sha1Tests, ScriptSignatureUsesTheCurrentMillisecond)
+{
+	const int64 Before = Sha1::getUnix();
+	const std::string Signature = Utf8Of(UZnDM_BpFuncLib::Sha1(TEXT("app"), TEXT("secret")));
+	const int64 After = Sha1::getUnix();
+	ASSERT_EQ(Signature.size(), 40u);
+	bool Found = false;
+	for (int64 Stamp = Before; Stamp <= After && !Found; ++Stamp)
+	{
+		Found = Signature == StandardSha1("app" + std::to_string(Stamp) + "secret");
+	}
+	EXPECT_TRUE(Found);
+}
+
+TEST(Sha1Tests, ScriptSignatureHashesUtf8)
+{
+	// U+00E9 is C3 A9 in UTF-8; with the signed-byte words the digest is the service's, not standard.
+	const FString AppId = FString(UTF8_TO_TCHAR("caf\xC3\xA9"));
+	const int64 Before = Sha1::getUnix();
+	const std::string Signature = Utf8Of(UZnDM_BpFuncLib::Sha1(AppId, TEXT("")));
+	const int64 After = Sha1::getUnix();
+	bool Found = false;
+	for (int64 Stamp = Before; Stamp <= After && !Found; ++Stamp)
+	{
+		Found = Signature == SignedByteSha1("caf\xC3\xA9" + std::to_string(Stamp));
+	}
+	EXPECT_TRUE(Found);
+}
+
+TEST(Sha1Tests, StringToByteArrayGivesUtf8WithoutTerminator)
+{
+	EXPECT_EQ(BytesOf(UZnDM_BpFuncLib::StringToByteArray(TEXT("abc"))), (std::vector<uint8>{'a', 'b', 'c'}));
+	EXPECT_EQ(UZnDM_BpFuncLib::StringToByteArray(TEXT("")).Num(), 0);
+	EXPECT_EQ(BytesOf(UZnDM_BpFuncLib::StringToByteArray(FString(UTF8_TO_TCHAR("\xE4\xBD\xA0 \xF0\x9F\x98\x80")))),
+		(std::vector<uint8>{0xE4, 0xBD, 0xA0, ' ', 0xF0, 0x9F, 0x98, 0x80}));
+}
+
+TEST(Sha1Tests, StringToByteArrayIsWhatTheSignatureHashes)
+{
+	const FString Text = FString(UTF8_TO_TCHAR("id\xE2\x82\xAC"));
+	const std::vector<uint8> Bytes = BytesOf(UZnDM_BpFuncLib::StringToByteArray(Text));
+	const std::string AsString(Bytes.begin(), Bytes.end());
+	EXPECT_EQ(Sha1::GetSha1(AsString, "s", "1"), Sha1::sha1(AsString + "1s"));
+	EXPECT_EQ(AsString, "id\xE2\x82\xAC");
+}

@@ -4,7 +4,102 @@
 
 // ---- Request bodies and service responses ----
 
+#include "ZnRequestBodies.h"
+#include "ZnServiceResponses.h"
+
+FString UZnDM_BpFuncLib::MakeJsonTextBroadcastMotion(const FString& draft_content, const FString& audio_format,
+	const FString& tts_voice_name, int32 tts_speed, int32 tts_volume, int32 tts_fm, int32 face_type,
+	const FString& face_gender, int32 face_tag, int32 body_motion, int32 body_filter_window, int32 body_filter_order,
+	bool body_fixed_hips, int32 body_head_x_rot, bool body_compress)
+{
+	return ZnRequestBodies::TextBroadcastMotion(draft_content, audio_format, tts_voice_name, tts_speed, tts_volume,
+		tts_fm, face_type, face_gender, face_tag, body_motion, body_filter_window, body_filter_order, body_fixed_hips,
+		body_head_x_rot, body_compress);
+}
+
+FString UZnDM_BpFuncLib::MakeJsonAnswerCollectMotion(const FString& text, const FString& audio_format,
+	const FString& tts_voice_name, int32 tts_speed, int32 tts_volume, int32 tts_fm, int32 face_type,
+	const FString& face_gender, int32 face_tag, int32 body_motion, int32 body_filter_window, int32 body_filter_order,
+	bool body_fixed_hips, int32 body_head_x_rot, bool body_compress)
+{
+	return ZnRequestBodies::AnswerCollectMotion(text, audio_format, tts_voice_name, tts_speed, tts_volume, tts_fm,
+		face_type, face_gender, face_tag, body_motion, body_filter_window, body_filter_order, body_fixed_hips,
+		body_head_x_rot, body_compress);
+}
+
+FString UZnDM_BpFuncLib::MakeJsonVoiceBroadcastMotion(const FString& audio_url, const FString& audio_format,
+	int32 is_cache, const FString& face_gender, int32 face_tag, int32 face_type, int32 body_motion,
+	int32 body_filter_window, int32 body_filter_order, bool body_fixed, int32 body_head_x_rot, bool body_compress)
+{
+	return ZnRequestBodies::VoiceBroadcastMotion(audio_url, audio_format, is_cache, face_gender, face_tag, face_type,
+		body_motion, body_filter_window, body_filter_order, body_fixed, body_head_x_rot, body_compress);
+}
+
+FString UZnDM_BpFuncLib::MakeJsonTmp(const FString& text)
+{
+	return ZnRequestBodies::Tmp(text);
+}
+
+FString UZnDM_BpFuncLib::MakeJsonTmpRefText(const FString& refText, int32 speedRatio, int32 voice_speed,
+	int32 voice_volume, int32 voice_fm, bool fixedHips, int32 type, int32 face_type, const FString& voice_name,
+	int32 body_motion, const FString& gender, const FString& requestId)
+{
+	return ZnRequestBodies::TmpRefText(refText, speedRatio, voice_speed, voice_volume, voice_fm, fixedHips, type,
+		face_type, voice_name, body_motion, gender, requestId);
+}
+
+FString UZnDM_BpFuncLib::TTS_ParamsToJson(
+	FString text, FString voiceName, FString speed, FString volume, FString pitch, FString gender, int32 tag)
+{
+	return ZnRequestBodies::TtsParams(text, voiceName, speed, volume, pitch, gender, tag);
+}
+
+bool UZnDM_BpFuncLib::ParseJsonTmp(FString jsonStr, FString inAudioStr, ZnJsonDataType type, FString& audioUrl,
+	FString& faceUrl, FString& bodyUrl, FString& text)
+{
+	return ZnServiceResponses::ParseMotionResponse(jsonStr, inAudioStr, type, audioUrl, faceUrl, bodyUrl, text);
+}
+
+bool UZnDM_BpFuncLib::TTS_ParseResponseJson(FString jsonStr, FString& audioUrl, FString& bodyUrl, FString& faceUrl)
+{
+	return ZnServiceResponses::ParseTtsResponse(jsonStr, audioUrl, bodyUrl, faceUrl);
+}
+
+FString UZnDM_BpFuncLib::ParseJsonForm(FString jsonStr)
+{
+	return ZnServiceResponses::ParseFormResponse(jsonStr);
+}
+
+bool UZnDM_BpFuncLib::ParseJsonToGetDigest(FString jsonStr, TArray<FString>& outStrs)
+{
+	return ZnServiceResponses::ParseDigests(jsonStr, outStrs);
+}
+
+FString UZnDM_BpFuncLib::SwitchUrl(const FString& audio, const FString& text, const FString& answer, int32 type)
+{
+	return ZnServiceResponses::SwitchUrl(audio, text, answer, type);
+}
+
 // ---- Signing and bytes ----
+
+#include "Sha1.h"
+
+FString UZnDM_BpFuncLib::Sha1(FString appid, FString secret)
+{
+	const FTCHARToUTF8 AppIdUtf8(*appid, appid.Len());
+	const FTCHARToUTF8 SecretUtf8(*secret, secret.Len());
+	const std::string Signature = ::Sha1::GetSha1(std::string(AppIdUtf8.Get(), AppIdUtf8.Length()),
+		std::string(SecretUtf8.Get(), SecretUtf8.Length()), std::string());
+	return FString(UTF8_TO_TCHAR(Signature.c_str()));
+}
+
+TArray<uint8> UZnDM_BpFuncLib::StringToByteArray(FString str)
+{
+	const FTCHARToUTF8 Utf8(*str, str.Len());
+	TArray<uint8> Bytes;
+	Bytes.Append(reinterpret_cast<const uint8*>(Utf8.Get()), Utf8.Length());
+	return Bytes;
+}
 
 // ---- Logging and debugging ----
 

@@ -110,7 +110,72 @@ public:
 
 	// ---- Request bodies and service responses (ZnRequestBodies, ZnServiceResponses) ----
 
+	// The Make... functions return the body of one service request as pretty-printed JSON text,
+	// ready to post unchanged; parameters that a body does not carry are accepted and ignored.
+	// The Parse... functions read a service response; on failure they return false (or "") and
+	// leave every output as it was, so callers that must tell a missing value from a left-over
+	// one clear the outputs first. All are pure and callable from any thread.
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString MakeJsonTextBroadcastMotion(const FString& draft_content, const FString& audio_format = TEXT("wav"),
+		const FString& tts_voice_name = TEXT("aixia"), int32 tts_speed = 50, int32 tts_volume = 50, int32 tts_fm = 50,
+		int32 face_type = 1, const FString& face_gender = TEXT("male"), int32 face_tag = 0, int32 body_motion = 0,
+		int32 body_filter_window = 15, int32 body_filter_order = 3, bool body_fixed_hips = false,
+		int32 body_head_x_rot = 0, bool body_compress = false);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString MakeJsonAnswerCollectMotion(const FString& text, const FString& audio_format = TEXT("wav"),
+		const FString& tts_voice_name = TEXT("aixia"), int32 tts_speed = 50, int32 tts_volume = 50, int32 tts_fm = 50,
+		int32 face_type = 1, const FString& face_gender = TEXT("male"), int32 face_tag = 0, int32 body_motion = 0,
+		int32 body_filter_window = 15, int32 body_filter_order = 3, bool body_fixed_hips = false,
+		int32 body_head_x_rot = 0, bool body_compress = false);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString MakeJsonVoiceBroadcastMotion(const FString& audio_url, const FString& audio_format = TEXT("wav"),
+		int32 is_cache = 0, const FString& face_gender = TEXT("male"), int32 face_tag = 0, int32 face_type = 1,
+		int32 body_motion = 0, int32 body_filter_window = 15, int32 body_filter_order = 3, bool body_fixed = false,
+		int32 body_head_x_rot = 0, bool body_compress = false);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString MakeJsonTmp(const FString& text);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString MakeJsonTmpRefText(const FString& refText, int32 speedRatio, int32 voice_speed, int32 voice_volume,
+		int32 voice_fm, bool fixedHips, int32 type, int32 face_type, const FString& voice_name, int32 body_motion,
+		const FString& gender, const FString& requestId);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString TTS_ParamsToJson(FString text, FString voiceName, FString speed, FString volume, FString pitch,
+		FString gender, int32 tag);
+
+	//static bool ParseJsonTmp(FString jsonStr, FString& audioUrl, FString& faceUrl, FString& bodyUrl, FString& text);
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static bool ParseJsonTmp(FString jsonStr, FString inAudioStr, ZnJsonDataType type, FString& audioUrl,
+		FString& faceUrl, FString& bodyUrl, FString& text);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool TTS_ParseResponseJson(FString jsonStr, FString& audioUrl, FString& bodyUrl, FString& faceUrl);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString ParseJsonForm(FString jsonStr);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool ParseJsonToGetDigest(FString jsonStr, TArray<FString>& outStrs);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString SwitchUrl(const FString& audio, const FString& text, const FString& answer, int32 type = 0);
+
 	// ---- Signing and bytes (Sha1) ----
+
+	// Sha1 signs appid + the current millisecond time + secret (UTF-8) and returns 40 lowercase
+	// hex digits; the timestamp it used is not returned. StringToByteArray gives the UTF-8 bytes
+	// of a string, without a terminating zero.
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
+	static FString Sha1(FString appid, FString secret);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static TArray<uint8> StringToByteArray(FString str);
 
 	// ---- Logging and debugging (ZnDM_Log) ----
 
