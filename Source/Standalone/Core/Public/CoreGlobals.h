@@ -2,6 +2,8 @@
 #pragma once
 
 #include "CoreTypes.h"
+#include "Logging/LogMacros.h"
+#include "Misc/OutputDeviceRedirector.h"
 
 // Whether the editor is running. Always false in the standalone build, which is a game.
 extern CORE_API bool GIsEditor;
