@@ -2,6 +2,84 @@
 
 // ---- Body and face motion decoding ----
 
+#include "ZnBodyDataDecoder.h"
+#include "ZnBodyDataV2Decoder.h"
+#include "ZnFaceDataDecoder.h"
+#include "ZnFaceDataV2Decoder.h"
+
+void UZnDM_BpFuncLib::ParseJsonToBodydata(const FString& jsonStr, FZnBodyData& bodyData)
+{
+	FZnBodyDataDecoder::Decode(jsonStr, bodyData, true);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToBodydataRecommend(const FString& jsonStr, FZnBodyData& bodyData, float& totalTime)
+{
+	// This variant leaves the root start position at zero.
+	if (FZnBodyDataDecoder::Decode(jsonStr, bodyData, false))
+	{
+		totalTime = bodyData.totalTime;
+	}
+}
+
+void UZnDM_BpFuncLib::BeginParseJsonToBodydataV2()
+{
+	FZnBodyDataV2Decoder::GetStream().Reset();
+}
+
+void UZnDM_BpFuncLib::ParseJsonToBodydataV2(const FString& jsonStr, TArray<FString> SkeletonNoHand)
+{
+	FZnBodyDataV2Decoder::GetStream().AddFrameText(jsonStr, SkeletonNoHand);
+}
+
+void UZnDM_BpFuncLib::EndParseJsonToBodydataV2(FZnBodyData& outBodyData, float& outTotalTime)
+{
+	FZnBodyDataV2Decoder::GetStream().Assemble(outBodyData, outTotalTime);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime)
+{
+	FZnBodyDataV2Decoder::DecodeResponse(jsonStr, SkeletonNoHand, outBodyData, outTotalTime);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToFacedata(const FString& jsonStr, FZnFaceData& faceData)
+{
+	FZnFaceDataDecoder::Decode(jsonStr, faceData, true);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToFacedataRecommend(const FString& jsonStr, FZnFaceData& faceData, float& totalTime)
+{
+	// This variant leaves the curve names empty.
+	if (FZnFaceDataDecoder::Decode(jsonStr, faceData, false))
+	{
+		totalTime = faceData.totalTime;
+	}
+}
+
+void UZnDM_BpFuncLib::BeginParseJsonToFacedataV2()
+{
+	FZnFaceDataV2Decoder::GetStream().Reset(FZnFaceDataV2Decoder::StreamChannelCount);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToFacedataV2(const FString& jsonStr)
+{
+	FZnFaceDataV2Decoder::GetStream().AddFrameText(jsonStr);
+}
+
+void UZnDM_BpFuncLib::EndParseJsonToFacedataV2(FZnFaceData& outBodyData, float& outTotalTime)
+{
+	FZnFaceDataV2Decoder::GetStream().Assemble(outBodyData, outTotalTime);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(const FString& jsonStr, FZnFaceData& outBodyData, float& outTotalTime)
+{
+	FZnFaceDataV2Decoder::DecodeResponse(jsonStr, outBodyData, outTotalTime);
+}
+
+void UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(const FString& jsonStr, FZnFaceData& faceData)
+{
+	FZnFaceDataDecoder::DecodeControlRig(jsonStr, faceData);
+}
+
 // ---- Request bodies and service responses ----
 
 #include "ZnRequestBodies.h"

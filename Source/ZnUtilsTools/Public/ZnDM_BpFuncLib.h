@@ -108,6 +108,51 @@ class ZNUTILSTOOLS_API UZnDM_BpFuncLib : public UBlueprintFunctionLibrary
 public:
 	// ---- Body and face motion decoding (ZnBodyDataDecoder, ZnFaceDataDecoder) ----
 
+	//~ All decoders replace the whole output record (including id) when they succeed and leave
+	//~ it, and every other output, exactly as it was for an empty or unparsable text. Times are
+	//~ seconds at 30 frames per second; positions centimetres; face weights 0..1. Game thread.
+	//~ The V2 Begin/frame/End functions share one module-wide stream: one stream at a time.
+	//~ docs/decoding.md lists every rule and the handling of malformed input.
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToBodydata(const FString& jsonStr, FZnBodyData& bodyData);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToBodydataRecommend(const FString& jsonStr, UPARAM(ref) FZnBodyData& bodyData, float& totalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void BeginParseJsonToBodydataV2();
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToBodydataV2(const FString& jsonStr, TArray<FString> SkeletonNoHand);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void EndParseJsonToBodydataV2(FZnBodyData& outBodyData, float& outTotalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToBodydataV2Response(const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToFacedata(const FString& jsonStr, FZnFaceData& faceData);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToFacedataRecommend(const FString& jsonStr, UPARAM(ref) FZnFaceData& faceData, float& totalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void BeginParseJsonToFacedataV2();
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToFacedataV2(const FString& jsonStr);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void EndParseJsonToFacedataV2(FZnFaceData& outBodyData, float& outTotalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToFacedataV2Response(const FString& jsonStr, FZnFaceData& outBodyData, float& outTotalTime);
+
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void ParseJsonToFaceControlRigData(const FString& jsonStr, FZnFaceData& faceData);
+
 	// ---- Request bodies and service responses (ZnRequestBodies, ZnServiceResponses) ----
 
 	// The Make... functions return the body of one service request as pretty-printed JSON text,

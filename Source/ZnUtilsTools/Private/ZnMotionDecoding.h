@@ -1,0 +1,72 @@
+// Small pieces shared by the body and face decoders: the time base and the quaternion reading.
+#pragma once
+
+#include "CoreMinimal.h"
+#include "ZnJsonReader.h"
+
+#include <cmath>
+
+namespace ZnMotion
+{
+// Keys that land within this many seconds of an existing key replace it.
+constexpr float KeyTimeTolerance = 0.0001f;
+
+// Below this squared length a rotation is degenerate and read as the identity.
+constexpr double MinSquaredLength = double(1e-8f);
+
+// Frame j of a 30 fps track, in seconds: the product in double, narrowed once.
+inline float FrameTime(uint64 FrameNumber)
+{
+	return float(double(FrameNumber) * (1.0 / 30.0));
+}
+
+// A 1-based streamed frame number in seconds, kept in double. Frame 0 wraps round to an enormous
+// time on purpose: the unsigned subtraction is what the format's producers expect.
+inline double StreamedFrameTime(uint64 FrameIndex)
+{
+	return double(FrameIndex - 1) * (1.0 / 30.0);
+}
+
+// A service rotation (already narrowed to float) in the engine's frame, normalised.
+inline FQuat ConvertRotation(float X, float Y, float Z, float W)
+{
+	// The engine's X, Y, Z are the service's z, x, y.
+	const double QX = double(Z);
+	const double QY = double(X);
+	const double QZ = double(Y);
+	const double QW = double(W);
+	const double SquaredLength = QX * QX + QY * QY + QZ * QZ + QW * QW;
+	if (SquaredLength >= MinSquaredLength)
+	{
+		const double Length = std::sqrt(SquaredLength);
+		return FQuat(QX / Length, QY / Length, QZ / Length, QW / Length);
+	}
+	return FQuat(0.0, 0.0, 0.0, 1.0);
+}
+
+// A service position in metres (already narrowed to float) in engine centimetres.
+inline FVector ConvertPosition(float X, float Y, float Z)
+{
+	const float EngineX = Z * 100.0f;
+	const float EngineY = X * 100.0f;
+	const float EngineZ = Y * 100.0f;
+	return FVector(double(EngineX), double(EngineY), double(EngineZ));
+}
+
+// Reads up to Count numbers from the front of an array (non-numbers read 0). Returns how many
+// elements the array had available, capped at Count.
+template <int32 Count>
+inline int32 ReadLeadingNumbers(const FZnJsonArray& Array, double (&OutNumbers)[Count])
+{
+	int32 Read = 0;
+	for (FZnJsonValue Value : Array)
+	{
+		if (Read == Count)
+		{
+			break;
+		}
+		OutNumbers[Read++] = Value.AsNumber();
+	}
+	return Read;
+}
+} // namespace ZnMotion
