@@ -181,9 +181,192 @@ TArray<uint8> UZnDM_BpFuncLib::StringToByteArray(FString str)
 
 // ---- Logging and debugging ----
 
+#include "HAL/PlatformStackWalk.h"
+#include "ZnDM_Log.h"
+
+void UZnDM_BpFuncLib::WriteLog(FString msg)
+{
+	ZnDM_Log::GetInstance().Log(msg);
+}
+
+void UZnDM_BpFuncLib::PrintTraceStack(int32 Depth)
+{
+	FString stackInfo = TEXT("Stack Info:");
+	// One frame skipped: this function itself, so the stack starts at the caller.
+	const TArray<FProgramCounterSymbolInfo> stack = FPlatformStackWalk::GetStack(1, Depth);
+	for (const FProgramCounterSymbolInfo& frame : stack)
+	{
+		stackInfo += TEXT("\r\n\t") + FString::Printf(TEXT("%s (%s Line:%d"), UTF8_TO_TCHAR(frame.FunctionName),
+										 UTF8_TO_TCHAR(frame.Filename), frame.LineNumber);
+	}
+	UE_LOG(LogTemp, Warning, TEXT("%s"), *stackInfo);
+}
+
 // ---- Files, paths, time and threads ----
 
+#include "HAL/PlatformTLS.h"
+#include "HAL/PlatformTime.h"
+#include "HAL/ThreadManager.h"
+#include "Misc/Paths.h"
+#include "ZnFileTools.h"
+#include "ZnTimeTools.h"
+
+FString UZnDM_BpFuncLib::GetDir(ZnDM_PathName pathName, ZnDM_PathType pathType)
+{
+	return ZnFileTools::GetDir(pathName, pathType);
+}
+
+FString UZnDM_BpFuncLib::CombinePath(FString dir, FString fileName)
+{
+	return FPaths::Combine(dir, fileName);
+}
+
+void UZnDM_BpFuncLib::SplitFilePath(const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName)
+{
+	FPaths::Split(inFilePath, outDir, outFileName, outExtensionName);
+}
+
+bool UZnDM_BpFuncLib::FileExists(FString filePath)
+{
+	return FPaths::FileExists(filePath);
+}
+
+bool UZnDM_BpFuncLib::DirExists(FString dir)
+{
+	return FPaths::DirectoryExists(dir);
+}
+
+void UZnDM_BpFuncLib::WriteTxt(FString str, FString completePath)
+{
+	ZnFileTools::WriteTxt(str, completePath);
+}
+
+void UZnDM_BpFuncLib::WriteTxtFileWithPrefix(FString content, FString filePrefix)
+{
+	ZnFileTools::WriteTxt(content, ZnFileTools::PrefixedFileName(filePrefix, FDateTime::Now()));
+}
+
+FString UZnDM_BpFuncLib::GetProjectPluginContentDir(FString pluginName)
+{
+	return FPaths::ProjectPluginsDir() + pluginName + TEXT("/Content");
+}
+
+FString UZnDM_BpFuncLib::GetProjectPluginContentDir_Velkaro()
+{
+	return FPaths::ProjectPluginsDir() + TEXT("Velkaro/Content");
+}
+
+FString UZnDM_BpFuncLib::LoadFileFromPluginContentDir(FString fileRelativePath)
+{
+	return ZnFileTools::LoadFileFromPluginContentDir(fileRelativePath);
+}
+
+FString UZnDM_BpFuncLib::GetCurSystemDateTime(ZnDM_DateTimePurpose purpose)
+{
+	switch (purpose)
+	{
+		case ZnDM_DateTimePurpose::LogHeader:
+			return ZnTimeTools::FormatLogTime(FDateTime::Now());
+		case ZnDM_DateTimePurpose::FileName:
+			return ZnTimeTools::FormatFileNameTime(FDateTime::Now());
+		default:
+			return TEXT("no content");
+	}
+}
+
+FString UZnDM_BpFuncLib::GetTodayDateInChinaFormat()
+{
+	return ZnTimeTools::FormatChinaDate(FDateTime::Now());
+}
+
+double UZnDM_BpFuncLib::getWorldTime()
+{
+	return FPlatformTime::Seconds();
+}
+
+int32 UZnDM_BpFuncLib::GetThreadId()
+{
+	return static_cast<int32>(FPlatformTLS::GetCurrentThreadId());
+}
+
+void UZnDM_BpFuncLib::GetCurThreadInfo(int32& curThreadId, FString& curThreadName, FString& curThreadInfo)
+{
+	const uint32 threadId = FPlatformTLS::GetCurrentThreadId();
+	curThreadId = static_cast<int32>(threadId);
+	curThreadName = FThreadManager::GetThreadName(threadId);
+	curThreadInfo = curThreadName + TEXT("(") + FString::FromInt(curThreadId) + TEXT(")");
+}
+
+int64 UZnDM_BpFuncLib::GetCurTimestampInMicroSecond()
+{
+	return ZnTimeTools::MicrosecondsSince1970(FDateTime::Now());
+}
+
+bool UZnDM_BpFuncLib::TickAdd(float& val, float deltaTime, float threhold)
+{
+	return ZnTimeTools::TickAdd(val, deltaTime, threhold);
+}
+
+bool UZnDM_BpFuncLib::TickSubtract(float& val, float deltaTime, float threhold)
+{
+	return ZnTimeTools::TickSubtract(val, deltaTime, threhold);
+}
+
+void UZnDM_BpFuncLib::TickRemainTime(float& remainTime, float deltaTime)
+{
+	ZnTimeTools::TickRemainTime(remainTime, deltaTime);
+}
+
+bool UZnDM_BpFuncLib::GreaterOrEqual_Cycling(float deltaTime, float cycleTime, float& offsetTime)
+{
+	return ZnTimeTools::GreaterOrEqual_Cycling(deltaTime, cycleTime, offsetTime);
+}
+
 // ---- Engine controls ----
+
+#include "CoreGlobals.h"
+#include "Misc/App.h"
+#include "ZnEngineControls.h"
+
+void UZnDM_BpFuncLib::SetFps(int32 fps)
+{
+	ZnEngineControls::Exec(ZnEngineControls::MaxFpsCommand(fps));
+}
+
+void UZnDM_BpFuncLib::SetMaxPerGroupForStat(int32 maxNum)
+{
+	ZnEngineControls::Exec(ZnEngineControls::MaxPerGroupCommand(maxNum));
+}
+
+void UZnDM_BpFuncLib::ShowOrHideStat(ZnDM_StatType type)
+{
+	ZnEngineControls::Exec(ZnEngineControls::StatCommand(type));
+}
+
+void UZnDM_BpFuncLib::SetUnfocusVolume(float val)
+{
+	FApp::SetUnfocusedVolumeMultiplier(ZnEngineControls::ClampUnfocusedVolume(val));
+}
+
+bool UZnDM_BpFuncLib::IsInEditor()
+{
+	return GIsEditor;
+}
+
+bool UZnDM_BpFuncLib::CurThreadIsInGameThread()
+{
+	return IsInGameThread();
+}
+
+bool UZnDM_BpFuncLib::CurThreadIsInRenderingThread()
+{
+	return IsInRenderingThread();
+}
+
+bool UZnDM_BpFuncLib::CurThreadIsInRhiThread()
+{
+	return IsInRHIThread();
+}
 
 // ---- Script binding examples ----
 

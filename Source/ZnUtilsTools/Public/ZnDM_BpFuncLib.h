@@ -224,9 +224,131 @@ public:
 
 	// ---- Logging and debugging (ZnDM_Log) ----
 
+	//~ Appends msg to "dm_ue.txt" as one time-stamped line, creating the file log on first use.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void WriteLog(FString msg);
+
+	//~ Logs "Stack Info:" and one "function (file Line:n" line per frame of the caller's stack, up
+	//~ to Depth frames, to LogTemp as one text.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void PrintTraceStack(int32 Depth = 5);
+
 	// ---- Files, paths, time and threads (ZnFileTools, ZnTimeTools) ----
 
+	//~ The engine directory pathName (ends in "/"), absolute for Complete; empty for unknown names.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString GetDir(ZnDM_PathName pathName, ZnDM_PathType pathType);
+
+	//~ dir and fileName joined with one "/".
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString CombinePath(FString dir, FString fileName);
+
+	//~ Directory (no trailing "/"), base name and extension (no point) of inFilePath.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void SplitFilePath(const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName);
+
+	//~ True when a file (not a directory) exists at filePath.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool FileExists(FString filePath);
+
+	//~ True when a directory exists at dir.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool DirExists(FString dir);
+
+	//~ Saves str to completePath (pure ASCII as bytes, other text as UTF-16 with byte-order mark);
+	//~ a failure is logged as "failed to save file: " + path.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void WriteTxt(FString str, FString completePath);
+
+	//~ Saves content to filePrefix_YYYY_MM_DD_hh_mm_ss_mmm.txt in the working directory.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void WriteTxtFileWithPrefix(FString content, FString filePrefix);
+
+	//~ The plugins directory + pluginName + "/Content", not made absolute.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString GetProjectPluginContentDir(FString pluginName);
+
+	//~ The plugins directory + "Velkaro/Content".
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString GetProjectPluginContentDir_Velkaro();
+
+	//~ The text of a file below the Velkaro plugin's content directory; empty when it is missing.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString LoadFileFromPluginContentDir(FString fileRelativePath);
+
+	//~ Local time now as a log header or a file-name stamp; "no content" for other values.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString GetCurSystemDateTime(ZnDM_DateTimePurpose purpose);
+
+	//~ Today's local date such as 2024年1月2日星期二.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static FString GetTodayDateInChinaFormat();
+
+	//~ The engine's high-resolution clock in seconds (with the engine's fixed offset of 2^24 s).
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static double getWorldTime();
+
+	//~ The operating system's id of the calling thread.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static int32 GetThreadId();
+
+	//~ The calling thread's id, engine name ("GameThread" or empty) and name + "(" + id + ")".
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void GetCurThreadInfo(int32& curThreadId, FString& curThreadName, FString& curThreadInfo);
+
+	// Microseconds from 1970-01-01 00:00 to now, both in local time (not UTC, on purpose).
+	// Not the service's time stamp. Native only.
+	static int64 GetCurTimestampInMicroSecond();
+
+	//~ Counts val up by deltaTime until it reaches threhold; true on the call that reaches it.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool TickAdd(UPARAM(ref) float& val, float deltaTime, float threhold);
+
+	//~ Counts val down by deltaTime while it is above threhold; true on the call that reaches it.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool TickSubtract(UPARAM(ref) float& val, float deltaTime, float threhold);
+
+	//~ Counts a positive remainTime down by deltaTime, stopping at 0.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static void TickRemainTime(UPARAM(ref) float& remainTime, float deltaTime);
+
+	//~ True once every cycleTime seconds of summed deltaTime; offsetTime restarts at 0 each time.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool GreaterOrEqual_Cycling(float deltaTime, float cycleTime, float& offsetTime);
+
 	// ---- Engine controls (ZnEngineControls) ----
+
+	//~ Caps the frame rate with the console command "t.maxFPS <fps>" (0 removes the cap).
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools", meta = (CallableWithoutWorldContext))
+	static void SetFps(int32 fps = 60);
+
+	//(const UObject* WorldContextObject, int fps);
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools", meta = (CallableWithoutWorldContext))
+	static void SetMaxPerGroupForStat(int32 maxNum = 100);
+
+	//~ Toggles a statistics overlay ("stat fps" for unknown values).
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools", meta = (CallableWithoutWorldContext))
+	static void ShowOrHideStat(ZnDM_StatType type);
+
+	//~ Sets the volume factor for an unfocused window, clamped to 0..1 (NaN gives 0).
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools", meta = (AdvancedDisplay = "0.0-1.0"))
+	static void SetUnfocusVolume(float val);
+
+	//(const UObject* WorldContextObject);
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool IsInEditor();
+
+	//~ True on the game thread.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool CurThreadIsInGameThread();
+
+	//~ True on the rendering thread.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool CurThreadIsInRenderingThread();
+
+	//~ True on the RHI thread.
+	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
+	static bool CurThreadIsInRhiThread();
 
 	// ---- Script binding examples ----
 
