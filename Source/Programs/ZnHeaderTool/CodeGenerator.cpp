@@ -1005,7 +1005,7 @@ struct FGenerator
 		S += "};\n";
 		// The native thunk: reads the parameter block, calls the function, writes the result back.
 		S += "DEFINE_FUNCTION(" + C.Name + "::exec" + F.Name + ")\n{\n";
-		if (!F.Params.empty() || F.bHasReturn)
+		if (!F.Params.empty())
 		{
 			S += "\t" + Parms + "& Parms = *reinterpret_cast<" + Parms + "*>(Stack.Locals);\n";
 		}

@@ -2,10 +2,13 @@
 // to the registry (UECodeGen_Private). Everything here runs on the game thread.
 #pragma once
 
-#include "UObject/Object.h"
+#include "CoreMinimal.h"
+#include "UObject/ObjectMacros.h"
+#include "UObject/ScriptMacros.h"
 
 #include <new>
 
+class UObject;
 class UClass;
 class UEnum;
 class UFunction;
