@@ -10,7 +10,7 @@
 #include "ZnFaceData.h"
 #include "ZnDM_BpFuncLib.generated.h"
 
-// Whether GetDir returns a directory absolute or as the engine gives it.
+//~ Whether GetDir returns a directory absolute or as the engine gives it.
 UENUM()
 enum class ZnDM_PathType : uint8
 {
@@ -18,7 +18,7 @@ enum class ZnDM_PathType : uint8
 	Relative
 };
 
-// An engine directory that GetDir can return.
+//~ An engine directory that GetDir can return.
 UENUM()
 enum class ZnDM_PathName : uint8
 {
@@ -29,7 +29,7 @@ enum class ZnDM_PathName : uint8
 	ExeDir
 };
 
-// The text form of GetCurSystemDateTime: a log line header or a file-name-safe stamp.
+//~ The text form of GetCurSystemDateTime: a log line header or a file-name-safe stamp.
 UENUM(BlueprintType)
 enum class ZnDM_DateTimePurpose : uint8
 {
@@ -37,7 +37,7 @@ enum class ZnDM_DateTimePurpose : uint8
 	FileName
 };
 
-// A statistics overlay that ShowOrHideStat toggles.
+//~ A statistics overlay that ShowOrHideStat toggles.
 UENUM(BlueprintType)
 enum class ZnDM_StatType : uint8
 {
@@ -51,7 +51,7 @@ enum class ZnDM_StatType : uint8
 	Gpu
 };
 
-// The kind of motion request whose response ParseJsonTmp reads.
+//~ The kind of motion request whose response ParseJsonTmp reads.
 UENUM(BlueprintType)
 enum class ZnJsonDataType : uint8
 {
@@ -68,7 +68,7 @@ enum class ZnRegion : uint8
 	ZH_CN
 };
 
-// The default endpoint of every service per region. The hosts come from ZnServiceHosts.h.
+//~ The default endpoint of every service per region. The hosts come from ZnServiceHosts.h.
 USTRUCT(BlueprintType)
 struct ZNUTILSTOOLS_API FZnAPIConfig
 {
@@ -92,7 +92,7 @@ struct ZNUTILSTOOLS_API FZnAPIConfig
 	UPROPERTY(EditAnywhere, BlueprintReadWrite, Category = "Zenvora")
 	FString VoiceBroadcastMotionAPI_ZH_CN = TEXT(ZN_SERVICE_URL_CHINA) TEXT("/v3.1/api/voiceBroadcastMotion");
 
-	// Answer collection has no international endpoint.
+	//~ Answer collection has no international endpoint.
 	UPROPERTY(EditAnywhere, BlueprintReadWrite, Category = "Zenvora")
 	FString AnswerCollectAPI_EN_US;
 
@@ -352,7 +352,7 @@ public:
 
 	// ---- Script binding examples ----
 
-	// Shows a by-reference parameter in scripts: str comes back as "hello UPARAM(ref)".
+	//~ Shows a by-reference parameter in scripts: str comes back as "hello UPARAM(ref)".
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Test")
 	static void TestUParamRef(UPARAM(ref) FString& str, FString& otherStr);
 };
