@@ -262,14 +262,11 @@ TEST(Sha1Tests, UnixTimeTextIsPlainDecimalDigits)
 // ---- The script functions over engine strings ----
 
 #include "ZnDM_BpFuncLib.h"
+#include "ZnServiceTestHelpers.h"
 
 namespace
 {
-std::string Utf8Of(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
-}
+using ZnServiceTest::Utf8;
 
 std::vector<uint8> BytesOf(const TArray<uint8>& Array)
 {
@@ -280,7 +277,7 @@ std::vector<uint8> BytesOf(const TArray<uint8>& Array)
 TEST(Sha1Tests, ScriptSignatureUsesTheCurrentMillisecond)
 {
 	const int64 Before = Sha1::getUnix();
-	const std::string Signature = Utf8Of(UZnDM_BpFuncLib::Sha1(TEXT("app"), TEXT("secret")));
+	const std::string Signature = Utf8(UZnDM_BpFuncLib::Sha1(TEXT("app"), TEXT("secret")));
 	const int64 After = Sha1::getUnix();
 	ASSERT_EQ(Signature.size(), 40u);
 	bool Found = false;
@@ -296,7 +293,7 @@ TEST(Sha1Tests, ScriptSignatureHashesUtf8)
 	// U+00E9 is C3 A9 in UTF-8; with the signed-byte words the digest is the service's, not standard.
 	const FString AppId = FString(UTF8_TO_TCHAR("caf\xC3\xA9"));
 	const int64 Before = Sha1::getUnix();
-	const std::string Signature = Utf8Of(UZnDM_BpFuncLib::Sha1(AppId, TEXT("")));
+	const std::string Signature = Utf8(UZnDM_BpFuncLib::Sha1(AppId, TEXT("")));
 	const int64 After = Sha1::getUnix();
 	bool Found = false;
 	for (int64 Stamp = Before; Stamp <= After && !Found; ++Stamp)

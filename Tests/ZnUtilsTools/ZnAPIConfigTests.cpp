@@ -1,17 +1,14 @@
 #include "ZnDM_BpFuncLib.h"
 
+#include "ZnServiceTestHelpers.h"
 #include <gtest/gtest.h>
 
 #include <string>
 
+using namespace ZnServiceTest;
+
 namespace
 {
-std::string Utf8(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
-}
-
 const std::string International = ZN_SERVICE_URL_INTERNATIONAL;
 const std::string China = ZN_SERVICE_URL_CHINA;
 } // namespace

@@ -1,40 +1,19 @@
 #include "ZnJsonWriter.h"
 
+#include "ZnServiceTestHelpers.h"
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
+
+using namespace ZnServiceTest;
 
 namespace
 {
-// Joins lines with the platform line terminator, the way the writer ends its lines.
-FString JoinLines(std::initializer_list<const TCHAR*> Lines)
-{
-	FString Result;
-	bool bFirst = true;
-	for (const TCHAR* Line : Lines)
-	{
-		if (!bFirst)
-		{
-			Result += LINE_TERMINATOR;
-		}
-		bFirst = false;
-		Result += Line;
-	}
-	return Result;
-}
-
 FString Quoted(const FString& Text)
 {
 	FString Out;
 	FZnJsonWriter::AppendQuoted(Out, *Text, Text.Len());
 	return Out;
-}
-
-std::string Utf8(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
 }
 } // namespace
 

@@ -2,41 +2,21 @@
 #include "ZnRequestBodies.h"
 #include "ZnJsonReader.h"
 
+#include "ZnServiceTestHelpers.h"
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 
 // Golden texts of every request body. Lines are joined with the platform line terminator, so the
 // same goldens hold where it is "\r\n".
 
+using namespace ZnServiceTest;
+
 namespace
 {
-FString JoinLines(std::initializer_list<const TCHAR*> Lines)
-{
-	FString Result;
-	bool bFirst = true;
-	for (const TCHAR* Line : Lines)
-	{
-		if (!bFirst)
-		{
-			Result += LINE_TERMINATOR;
-		}
-		bFirst = false;
-		Result += Line;
-	}
-	return Result;
-}
-
-std::string Utf8(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
-}
-
 #define EXPECT_BODY(Actual, ...) EXPECT_EQ(Utf8(Actual), Utf8(JoinLines({__VA_ARGS__})))
 
-// The body must also be valid JSON; returns its root for member checks.
+// Every body must also read back as a JSON object.
 bool ParsesAsObject(const FString& Body)
 {
 	FZnJsonReader Reader;

@@ -1,5 +1,6 @@
 #include "ZnDM_BpFuncLib.h"
 
+#include "ZnServiceTestHelpers.h"
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,19 +8,10 @@
 
 // Failures return false (or "") and leave every output exactly as it was.
 
+using namespace ZnServiceTest;
+
 namespace
 {
-std::string Utf8(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
-}
-
-FString FromUtf8(const char* Text)
-{
-	return FString(UTF8_TO_TCHAR(Text));
-}
-
 const ZnJsonDataType AllTypes[] = {
 	ZnJsonDataType::VoiceBroadcast, ZnJsonDataType::TextBroadcast, ZnJsonDataType::AnswerCollect};
 

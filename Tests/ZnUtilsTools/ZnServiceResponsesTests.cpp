@@ -1,22 +1,14 @@
 #include "ZnDM_BpFuncLib.h"
 
+#include "ZnServiceTestHelpers.h"
 #include <gtest/gtest.h>
 
 #include <string>
 
+using namespace ZnServiceTest;
+
 namespace
 {
-std::string Utf8(const FString& Text)
-{
-	const FTCHARToUTF8 Converted(*Text, Text.Len());
-	return std::string(Converted.Get(), Converted.Length());
-}
-
-FString FromUtf8(const char* Text)
-{
-	return FString(UTF8_TO_TCHAR(Text));
-}
-
 // A complete motion response carrying every member any request type reads.
 const char* const FullResponse = R"({
 	"code": 0,
