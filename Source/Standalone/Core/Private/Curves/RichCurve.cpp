@@ -87,6 +87,11 @@ void FRichCurve::Reset()
 
 FKeyHandle FRichCurve::AddKey(float InTime, float InValue, const bool bUnwindRotation, FKeyHandle KeyHandle)
 {
+	// A key without a time would break the time order every search relies on.
+	if (FMath::IsNaN(InTime))
+	{
+		return FKeyHandle::Invalid();
+	}
 	// Keys may have been edited through the public array; keep the handle list in step.
 	while (Handles.Num() < Keys.Num())
 	{

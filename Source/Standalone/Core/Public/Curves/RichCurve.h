@@ -114,7 +114,10 @@ public:
 	/** Removes every key (the default value and extrapolation stay). */
 	CORE_API void Reset();
 
-	/** Inserts a linear key before the first key that is not earlier; returns its handle. */
+	/**
+	 * Inserts a linear key before the first key that is not earlier; returns its handle. A NaN
+	 * time adds nothing and returns an invalid handle.
+	 */
 	CORE_API FKeyHandle AddKey(
 		float InTime, float InValue, const bool bUnwindRotation = false, FKeyHandle KeyHandle = FKeyHandle());
 	/**

@@ -43,6 +43,10 @@
 
 struct FMath
 {
+	// Floating-point Abs clears the sign bit, so Abs(-0.0) is +0.0 (the generic version below
+	// would keep the negative zero, which then shows up as "-0.000000" in printed angles).
+	static FORCEINLINE float Abs(const float A) { return std::fabs(A); }
+	static FORCEINLINE double Abs(const double A) { return std::fabs(A); }
 	template <typename T>
 	static constexpr FORCEINLINE T Abs(const T A)
 	{
