@@ -33,12 +33,23 @@ void AppendUtf8ToUtf16(TArray<TCHAR>& Out, const char* Src, int32 SrcLen)
 	int32 Index = 0;
 	while (Index < SrcLen)
 	{
-		// Fast path: runs of ASCII copy straight across.
+		// Fast path: a run of ASCII bytes is widened in one pass without per-unit growth checks.
 		const uint8 Lead = Bytes[Index];
 		if (Lead < 0x80)
 		{
-			Out.Add(TCHAR(Lead));
-			++Index;
+			int32 RunEnd = Index + 1;
+			while (RunEnd < SrcLen && Bytes[RunEnd] < 0x80)
+			{
+				++RunEnd;
+			}
+			const int32 RunLength = RunEnd - Index;
+			const int32 First = Out.AddUninitialized(RunLength);
+			TCHAR* Dest = Out.GetData() + First;
+			for (int32 Offset = 0; Offset < RunLength; ++Offset)
+			{
+				Dest[Offset] = TCHAR(Bytes[Index + Offset]);
+			}
+			Index = RunEnd;
 			continue;
 		}
 
@@ -124,7 +135,19 @@ void AppendUtf16ToUtf8(TArray<char>& Out, const TCHAR* Src, int32 SrcLen)
 		uint32 CodePoint = uint32(Src[Index]);
 		if (CodePoint < 0x80)
 		{
-			Out.Add(char(CodePoint));
+			int32 RunEnd = Index + 1;
+			while (RunEnd < SrcLen && uint32(Src[RunEnd]) < 0x80)
+			{
+				++RunEnd;
+			}
+			const int32 RunLength = RunEnd - Index;
+			const int32 First = Out.AddUninitialized(RunLength);
+			char* Dest = Out.GetData() + First;
+			for (int32 Offset = 0; Offset < RunLength; ++Offset)
+			{
+				Dest[Offset] = char(Src[Index + Offset]);
+			}
+			Index = RunEnd - 1;
 			continue;
 		}
 		if (CodePoint >= 0xD800 && CodePoint <= 0xDBFF)
