@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -134,4 +135,24 @@ TEST(FStandaloneEngineLoop, ExistingEngineIsReusedAndKept)
 		EXPECT_EQ(GEngine->GetWorld(), Inner.GetWorld());
 	}
 	EXPECT_EQ(GEngine, Engine);
+}
+
+TEST(FStandaloneEngineLoop, DeltasAreRoundedLikeTheEnginesClock)
+{
+	FStandaloneEngineLoop Loop;
+	ARecordingActor* Actor = Loop.SpawnActor<ARecordingActor>();
+	Loop.RunFrames(60, 60.0f);
+	ASSERT_EQ(Actor->Deltas.size(), 60u);
+	double Sum = 0.0;
+	for (float Delta : Actor->Deltas)
+	{
+		// Readings of a clock near 2^24 seconds differ by whole multiples of 2^-28 seconds.
+		const double Units = static_cast<double>(Delta) * 268435456.0;
+		EXPECT_EQ(Units, std::floor(Units));
+		Sum += Delta;
+	}
+	// Each 60 Hz frame rounds down a little, so sixty of them stay just under one second.
+	EXPECT_LT(Sum, 1.0);
+	EXPECT_GT(Sum, 0.9999);
+	EXPECT_DOUBLE_EQ(Loop.GetWorld()->GetTimeSeconds(), Sum);
 }

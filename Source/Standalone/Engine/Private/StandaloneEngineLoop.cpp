@@ -37,19 +37,27 @@ void FStandaloneEngineLoop::BeginPlay()
 	World->BeginPlay();
 }
 
-float FStandaloneEngineLoop::GetFrameDeltaSeconds(float FramesPerSecond) const
+namespace
+{
+// 1 / min(rate, cap when above 0) in double, or 0 for a rate that is not positive.
+double NominalFrameSeconds(float FramesPerSecond, float Cap)
 {
 	if (!(FramesPerSecond > 0.0f))
 	{
-		return 0.0f;
+		return 0.0;
 	}
 	float Rate = FramesPerSecond;
-	const float Cap = Engine->GetMaxFPS();
 	if (Cap > 0.0f && Cap < Rate)
 	{
 		Rate = Cap;
 	}
-	return 1.0f / Rate;
+	return 1.0 / static_cast<double>(Rate);
+}
+} // namespace
+
+float FStandaloneEngineLoop::GetFrameDeltaSeconds(float FramesPerSecond) const
+{
+	return static_cast<float>(NominalFrameSeconds(FramesPerSecond, Engine->GetMaxFPS()));
 }
 
 float FStandaloneEngineLoop::RunFrames(int32 NumFrames, float FramesPerSecond)
@@ -62,7 +70,11 @@ float FStandaloneEngineLoop::RunFrames(int32 NumFrames, float FramesPerSecond)
 	World->BeginPlay();
 	for (int32 Frame = 0; Frame < NumFrames; ++Frame)
 	{
-		DeltaSeconds = GetFrameDeltaSeconds(FramesPerSecond);
+		// The delta is the difference of two readings of a clock that carries the engine's
+		// offset, so it is rounded the way the engine's own frame times are.
+		const double NextClockSeconds = ClockSeconds + NominalFrameSeconds(FramesPerSecond, Engine->GetMaxFPS());
+		DeltaSeconds = static_cast<float>(NextClockSeconds - ClockSeconds);
+		ClockSeconds = NextClockSeconds;
 		World->Tick(DeltaSeconds);
 	}
 	return DeltaSeconds;
