@@ -733,6 +733,7 @@ struct FGenerator
 				throw std::runtime_error(Where + ": error: unknown UPROPERTY specifier '" + K + "'");
 			}
 		}
+		P.Flags = F;
 		if ((F & CPF_BlueprintAssignable) && P.Type.Kind != EKind::InlineMulticastDelegate)
 		{
 			throw std::runtime_error(Where + ": error: BlueprintAssignable needs a multicast delegate");
