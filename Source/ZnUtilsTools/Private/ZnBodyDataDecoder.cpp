@@ -3,33 +3,376 @@
 #include "ZnJsonReader.h"
 #include "ZnMotionDecoding.h"
 
+// The clip is read in one forward pass. Member lookups follow the same rules as everywhere else
+// (names without regard to case, a repeated member replaces the earlier one), so whatever a
+// member produced is reset when it appears again. Structural problems that the format never
+// produces are remembered and fail the decode at the end, after the whole text has been checked.
+
 namespace
 {
-// One pass over a small {"x":..,"y":..,"z":..,"w":..} object. Names match without regard to case
-// and a repeated name overrides the earlier one, like every other member lookup; a missing or
-// non-number member reads 0.
-template <int32 Count>
-void ReadAxes(const FZnJsonObject& Object, float (&OutAxes)[Count])
+using namespace simdjson;
+
+struct FBodyDecodeState
 {
-	FZnJsonValue Found[Count];
-	for (FZnJsonField Field : Object)
+	FZnBodyData Record;
+	bool bHipsIsObject = false;
+	// An element of "curves", "rotas" or "pos" that is not an object.
+	bool bCurvesMalformed = false;
+	bool bPositionsMalformed = false;
+	bool bSetRootStartPosition = true;
+	// Frames in the previous bone: bones of one clip share a frame count, so this sizes the next.
+	int32 FramesHint = 0;
+};
+
+// Index of a one-letter axis member (x, y, z, w in any case), or -1.
+inline int32 AxisIndex(std::string_view Key)
+{
+	if (Key.size() != 1)
 	{
-		if (Field.Key.size() != 1)
+		return -1;
+	}
+	// Lower-cases letters; no other character maps onto x, y, z or w.
+	const char Axis = char(Key[0] | 0x20);
+	return Axis == 'x' ? 0 : Axis == 'y' ? 1 : Axis == 'z' ? 2 : Axis == 'w' ? 3 : -1;
+}
+
+// Reads {"x":..,"y":..,"z":..(,"w":..)}; missing or non-number members read 0.
+template <int32 Count>
+bool ReadAxes(ondemand::object& Object, int32 Depth, float (&OutAxes)[Count])
+{
+	double Axes[4] = {0.0, 0.0, 0.0, 0.0};
+	for (simdjson_result<ondemand::field> FieldResult : Object)
+	{
+		ondemand::field Field;
+		std::string_view Key;
+		if (std::move(FieldResult).get(Field) != SUCCESS || !ZnJson::ReadKey(Field, Key))
 		{
-			continue;
+			return false;
 		}
-		// Lower-cases letters; no other character maps onto x, y, z or w.
-		const char Axis = char(Field.Key[0] | 0x20);
-		const int32 Index = Axis == 'x' ? 0 : Axis == 'y' ? 1 : Axis == 'z' ? 2 : Axis == 'w' ? 3 : -1;
-		if (Index >= 0 && Index < Count)
+		ondemand::value& Value = Field.value();
+		const int32 Index = AxisIndex(Key);
+		const bool bRead = Index >= 0 && Index < Count ? ZnJson::ReadNumber(Value, Depth + 1, Axes[Index])
+													   : ZnJson::SkipValue(Value, Depth + 1);
+		if (!bRead)
 		{
-			Found[Index] = Field.Value;
+			return false;
 		}
 	}
 	for (int32 Index = 0; Index < Count; ++Index)
 	{
-		OutAxes[Index] = float(Found[Index].AsNumber());
+		OutAxes[Index] = float(Axes[Index]);
 	}
+	return true;
+}
+
+bool ReadRotations(ondemand::value& Value, int32 Depth, FBodyDecodeState& State, int32 Bone, bool& bOutMalformed)
+{
+	bOutMalformed = false;
+	TArray<FQuat>& Frames = State.Record.BoneFrames[Bone];
+	FZnQuatCurve& Curve = State.Record.BoneCurves[Bone];
+	Frames.Reset();
+	Curve.Keys.Reset();
+	ondemand::json_type Type;
+	if (Value.type().get(Type) != SUCCESS)
+	{
+		return false;
+	}
+	if (Type != ondemand::json_type::array)
+	{
+		return ZnJson::SkipValue(Value, Depth);
+	}
+	ondemand::array Rotations;
+	if (Depth >= ZnJson::MaxDepth || Value.get_array().get(Rotations) != SUCCESS)
+	{
+		return false;
+	}
+	Frames.Reserve(State.FramesHint);
+	Curve.Keys.Reserve(State.FramesHint);
+	uint64 FrameNumber = 0;
+	for (simdjson_result<ondemand::value> Element : Rotations)
+	{
+		ondemand::value RotationValue;
+		ondemand::object Rotation;
+		if (Element.get(RotationValue) != SUCCESS || RotationValue.type().get(Type) != SUCCESS)
+		{
+			return false;
+		}
+		if (Type != ondemand::json_type::object)
+		{
+			bOutMalformed = true;
+			if (!ZnJson::SkipValue(RotationValue, Depth + 1))
+			{
+				return false;
+			}
+			continue;
+		}
+		float Axes[4];
+		if (Depth + 1 >= ZnJson::MaxDepth || RotationValue.get_object().get(Rotation) != SUCCESS ||
+			!ReadAxes(Rotation, Depth + 1, Axes))
+		{
+			return false;
+		}
+		const FQuat Q = ZnMotion::ConvertRotation(Axes[0], Axes[1], Axes[2], Axes[3]);
+		Frames.Add(Q);
+		// Rising frame times: this appends in constant time.
+		Curve.UpdateOrAddKey(ZnMotion::FrameTime(FrameNumber++), Q, ZnMotion::KeyTimeTolerance);
+	}
+	State.FramesHint = Frames.Num();
+	return true;
+}
+
+bool ReadBone(ondemand::object& Bone, int32 Depth, FBodyDecodeState& State)
+{
+	const int32 Index = State.Record.BoneNames.Add(FString());
+	State.Record.BoneFrames.AddDefaulted();
+	State.Record.BoneCurves.AddDefaulted();
+	// Only the last "rotas" of a bone counts, malformed or not.
+	bool bRotationsMalformed = false;
+	for (simdjson_result<ondemand::field> FieldResult : Bone)
+	{
+		ondemand::field Field;
+		std::string_view Key;
+		if (std::move(FieldResult).get(Field) != SUCCESS || !ZnJson::ReadKey(Field, Key))
+		{
+			return false;
+		}
+		ondemand::value& Value = Field.value();
+		if (ZnJson::EqualsIgnoreCase(Key, "name"))
+		{
+			// A name of another kind reads as the empty string.
+			std::string_view Name;
+			ondemand::json_type Type;
+			if (Value.type().get(Type) != SUCCESS)
+			{
+				return false;
+			}
+			if (Type == ondemand::json_type::string)
+			{
+				if (Value.get_string().get(Name) != SUCCESS)
+				{
+					return false;
+				}
+				State.Record.BoneNames[Index] = ZnJson::ToString(Name);
+			}
+			else
+			{
+				State.Record.BoneNames[Index].Empty();
+				if (!ZnJson::SkipValue(Value, Depth + 1))
+				{
+					return false;
+				}
+			}
+		}
+		else if (ZnJson::EqualsIgnoreCase(Key, "rotas"))
+		{
+			if (!ReadRotations(Value, Depth + 1, State, Index, bRotationsMalformed))
+			{
+				return false;
+			}
+		}
+		else if (!ZnJson::SkipValue(Value, Depth + 1))
+		{
+			return false;
+		}
+	}
+	State.bCurvesMalformed |= bRotationsMalformed;
+	return true;
+}
+
+bool ReadCurves(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
+{
+	State.Record.BoneNames.Reset();
+	State.Record.BoneFrames.Reset();
+	State.Record.BoneCurves.Reset();
+	State.bCurvesMalformed = false;
+	ondemand::json_type Type;
+	if (Value.type().get(Type) != SUCCESS)
+	{
+		return false;
+	}
+	if (Type != ondemand::json_type::array)
+	{
+		return ZnJson::SkipValue(Value, Depth);
+	}
+	ondemand::array Curves;
+	if (Depth >= ZnJson::MaxDepth || Value.get_array().get(Curves) != SUCCESS)
+	{
+		return false;
+	}
+	for (simdjson_result<ondemand::value> Element : Curves)
+	{
+		ondemand::value BoneValue;
+		if (Element.get(BoneValue) != SUCCESS || BoneValue.type().get(Type) != SUCCESS)
+		{
+			return false;
+		}
+		if (Type != ondemand::json_type::object)
+		{
+			State.bCurvesMalformed = true;
+			if (!ZnJson::SkipValue(BoneValue, Depth + 1))
+			{
+				return false;
+			}
+			continue;
+		}
+		ondemand::object Bone;
+		if (Depth + 1 >= ZnJson::MaxDepth || BoneValue.get_object().get(Bone) != SUCCESS ||
+			!ReadBone(Bone, Depth + 1, State))
+		{
+			return false;
+		}
+	}
+	return true;
+}
+
+bool ReadPositions(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
+{
+	FZnBodyData& Record = State.Record;
+	Record.RootPositionCurve = FVectorCurve();
+	Record.RootStartPosition = FVector(0.0, 0.0, 0.0);
+	State.bPositionsMalformed = false;
+	ondemand::json_type Type;
+	if (Value.type().get(Type) != SUCCESS)
+	{
+		return false;
+	}
+	if (Type != ondemand::json_type::array)
+	{
+		return ZnJson::SkipValue(Value, Depth);
+	}
+	ondemand::array Positions;
+	if (Depth >= ZnJson::MaxDepth || Value.get_array().get(Positions) != SUCCESS)
+	{
+		return false;
+	}
+	for (FRichCurve& Channel : Record.RootPositionCurve.FloatCurves)
+	{
+		Channel.Keys.Reserve(State.FramesHint);
+	}
+	uint64 FrameNumber = 0;
+	for (simdjson_result<ondemand::value> Element : Positions)
+	{
+		ondemand::value PositionValue;
+		if (Element.get(PositionValue) != SUCCESS || PositionValue.type().get(Type) != SUCCESS)
+		{
+			return false;
+		}
+		if (Type != ondemand::json_type::object)
+		{
+			State.bPositionsMalformed = true;
+			if (!ZnJson::SkipValue(PositionValue, Depth + 1))
+			{
+				return false;
+			}
+			continue;
+		}
+		ondemand::object Position;
+		float Axes[3];
+		if (Depth + 1 >= ZnJson::MaxDepth || PositionValue.get_object().get(Position) != SUCCESS ||
+			!ReadAxes(Position, Depth + 1, Axes))
+		{
+			return false;
+		}
+		const FVector P = ZnMotion::ConvertPosition(Axes[0], Axes[1], Axes[2]);
+		if (FrameNumber == 0 && State.bSetRootStartPosition)
+		{
+			Record.RootStartPosition = P;
+		}
+		ZnMotion::AddCurveKey(Record.RootPositionCurve, P, ZnMotion::FrameTime(FrameNumber++));
+	}
+	return true;
+}
+
+bool ReadHips(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
+{
+	// Whatever an earlier "Hips" produced is replaced.
+	State.Record.RootPositionCurve = FVectorCurve();
+	State.Record.RootStartPosition = FVector(0.0, 0.0, 0.0);
+	State.bPositionsMalformed = false;
+	ondemand::json_type Type;
+	if (Value.type().get(Type) != SUCCESS)
+	{
+		return false;
+	}
+	State.bHipsIsObject = Type == ondemand::json_type::object;
+	if (!State.bHipsIsObject)
+	{
+		return ZnJson::SkipValue(Value, Depth);
+	}
+	ondemand::object Hips;
+	if (Depth >= ZnJson::MaxDepth || Value.get_object().get(Hips) != SUCCESS)
+	{
+		return false;
+	}
+	for (simdjson_result<ondemand::field> FieldResult : Hips)
+	{
+		ondemand::field Field;
+		std::string_view Key;
+		if (std::move(FieldResult).get(Field) != SUCCESS || !ZnJson::ReadKey(Field, Key))
+		{
+			return false;
+		}
+		ondemand::value& Member = Field.value();
+		const bool bRead = ZnJson::EqualsIgnoreCase(Key, "pos") ? ReadPositions(Member, Depth + 1, State)
+																: ZnJson::SkipValue(Member, Depth + 1);
+		if (!bRead)
+		{
+			return false;
+		}
+	}
+	return true;
+}
+
+bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
+{
+	ondemand::object Root;
+	if (Document.get_object().get(Root) != SUCCESS)
+	{
+		return false;
+	}
+	FBodyDecodeState State;
+	State.bSetRootStartPosition = bSetRootStartPosition;
+	for (simdjson_result<ondemand::field> FieldResult : Root)
+	{
+		ondemand::field Field;
+		std::string_view Key;
+		if (std::move(FieldResult).get(Field) != SUCCESS || !ZnJson::ReadKey(Field, Key))
+		{
+			return false;
+		}
+		ondemand::value& Value = Field.value();
+		bool bRead = true;
+		if (ZnJson::EqualsIgnoreCase(Key, "totalTime"))
+		{
+			double TotalTime = 0.0;
+			bRead = ZnJson::ReadNumber(Value, 2, TotalTime);
+			State.Record.totalTime = float(TotalTime);
+		}
+		else if (ZnJson::EqualsIgnoreCase(Key, "curves"))
+		{
+			bRead = ReadCurves(Value, 2, State);
+		}
+		else if (ZnJson::EqualsIgnoreCase(Key, "Hips"))
+		{
+			bRead = ReadHips(Value, 2, State);
+		}
+		else
+		{
+			bRead = ZnJson::SkipValue(Value, 2);
+		}
+		if (!bRead)
+		{
+			return false;
+		}
+	}
+	// Every clip has a "Hips" object and objects as its track elements; one without them is not
+	// a clip, and the caller's record stays as it was.
+	if (!ZnJson::IsAtEnd(Document) || !State.bHipsIsObject || State.bCurvesMalformed || State.bPositionsMalformed)
+	{
+		return false;
+	}
+	OutBodyData = MoveTemp(State.Record);
+	return true;
 }
 } // namespace
 
@@ -40,106 +383,14 @@ bool FZnBodyDataDecoder::Decode(const FString& JsonStr, FZnBodyData& OutBodyData
 		return false;
 	}
 	FZnJsonReader Reader;
-	return Reader.Parse(JsonStr) && DecodeRoot(Reader.GetRoot(), OutBodyData, bSetRootStartPosition);
+	ondemand::document* Document = nullptr;
+	return Reader.Iterate(JsonStr, Document) && DecodeDocument(*Document, OutBodyData, bSetRootStartPosition);
 }
 
 bool FZnBodyDataDecoder::DecodeUtf8(
 	const char* Utf8, int64 Length, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
 {
 	FZnJsonReader Reader;
-	return Reader.ParseUtf8(Utf8, Length) && DecodeRoot(Reader.GetRoot(), OutBodyData, bSetRootStartPosition);
-}
-
-bool FZnBodyDataDecoder::DecodeRoot(const FZnJsonValue& RootValue, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
-{
-	FZnJsonObject Root;
-	if (!RootValue.TryGetObject(Root))
-	{
-		return false;
-	}
-	// The root position comes last in the record but is checked first: a clip without it is
-	// rejected before any work is done.
-	FZnJsonObject Hips;
-	if (!Root.TryGetObjectField("Hips", Hips))
-	{
-		return false;
-	}
-
-	FZnBodyData Record;
-	Record.totalTime = float(Root.GetNumberField("totalTime"));
-
-	const FZnJsonArray Curves = Root.GetArrayField("curves");
-	Record.BoneNames.Reserve(Curves.Num());
-	Record.BoneFrames.Reserve(Curves.Num());
-	Record.BoneCurves.Reserve(Curves.Num());
-	for (FZnJsonValue CurveValue : Curves)
-	{
-		FZnJsonObject Bone;
-		if (!CurveValue.TryGetObject(Bone))
-		{
-			return false;
-		}
-		FString Name;
-		FZnJsonArray Rotas;
-		for (FZnJsonField Field : Bone)
-		{
-			// Later duplicates win, as with any member lookup; "path" is not needed.
-			if (ZnJson::EqualsIgnoreCase(Field.Key, "name"))
-			{
-				Name = Field.Value.AsString();
-			}
-			else if (ZnJson::EqualsIgnoreCase(Field.Key, "rotas"))
-			{
-				Rotas = Field.Value.AsArray();
-			}
-		}
-
-		const int32 FrameCount = Rotas.Num();
-		TArray<FQuat>& Frames = Record.BoneFrames[Record.BoneFrames.AddDefaulted()];
-		FZnQuatCurve& Curve = Record.BoneCurves[Record.BoneCurves.AddDefaulted()];
-		Record.BoneNames.Add(MoveTemp(Name));
-		Frames.Reserve(FrameCount);
-		Curve.Keys.Reserve(FrameCount);
-		uint64 FrameNumber = 0;
-		for (FZnJsonValue RotationValue : Rotas)
-		{
-			FZnJsonObject Rotation;
-			if (!RotationValue.TryGetObject(Rotation))
-			{
-				return false;
-			}
-			float Axes[4];
-			ReadAxes(Rotation, Axes);
-			const FQuat Value = ZnMotion::ConvertRotation(Axes[0], Axes[1], Axes[2], Axes[3]);
-			Frames.Add(Value);
-			// Rising frame times: this appends in constant time.
-			Curve.UpdateOrAddKey(ZnMotion::FrameTime(FrameNumber++), Value, ZnMotion::KeyTimeTolerance);
-		}
-	}
-
-	const FZnJsonArray Positions = Hips.GetArrayField("pos");
-	for (FRichCurve& Channel : Record.RootPositionCurve.FloatCurves)
-	{
-		Channel.Keys.Reserve(Positions.Num());
-	}
-	uint64 FrameNumber = 0;
-	for (FZnJsonValue PositionValue : Positions)
-	{
-		FZnJsonObject Position;
-		if (!PositionValue.TryGetObject(Position))
-		{
-			return false;
-		}
-		float Axes[3];
-		ReadAxes(Position, Axes);
-		const FVector Value = ZnMotion::ConvertPosition(Axes[0], Axes[1], Axes[2]);
-		if (FrameNumber == 0 && bSetRootStartPosition)
-		{
-			Record.RootStartPosition = Value;
-		}
-		Record.RootPositionCurve.UpdateOrAddKey(Value, ZnMotion::FrameTime(FrameNumber++));
-	}
-
-	OutBodyData = MoveTemp(Record);
-	return true;
+	ondemand::document* Document = nullptr;
+	return Reader.IterateUtf8(Utf8, Length, Document) && DecodeDocument(*Document, OutBodyData, bSetRootStartPosition);
 }

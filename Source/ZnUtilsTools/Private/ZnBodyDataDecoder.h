@@ -4,8 +4,6 @@
 #include "CoreMinimal.h"
 #include "ZnBodyData.h"
 
-class FZnJsonValue;
-
 class FZnBodyDataDecoder
 {
 public:
@@ -17,7 +15,4 @@ public:
 
 	// The same over UTF-8 bytes (for tools and benchmarks that already hold UTF-8).
 	static bool DecodeUtf8(const char* Utf8, int64 Length, FZnBodyData& OutBodyData, bool bSetRootStartPosition);
-
-private:
-	static bool DecodeRoot(const FZnJsonValue& Root, FZnBodyData& OutBodyData, bool bSetRootStartPosition);
 };

@@ -182,8 +182,8 @@ bool FZnBodyDataV2Decoder::AddFrame(const FZnJsonValue& FrameValue, const TArray
 
 	double Position[3];
 	ZnMotion::ReadLeadingNumbers(HipsPosition, Position);
-	RootCurve.UpdateOrAddKey(
-		ZnMotion::ConvertPosition(float(Position[0]), float(Position[1]), float(Position[2])), KeyTime);
+	ZnMotion::AddCurveKey(
+		RootCurve, ZnMotion::ConvertPosition(float(Position[0]), float(Position[1]), float(Position[2])), KeyTime);
 
 	ResolveSlots(Bones);
 	for (int32 BoneIndex = 0; BoneIndex < Bones.Num(); ++BoneIndex)

@@ -66,7 +66,7 @@ bool FZnFaceDataDecoder::DecodeRoot(const FZnJsonValue& RootValue, FZnFaceData& 
 				Weight = 1.0f;
 			}
 			Record.CurveFrames[Channel].Add(Weight);
-			Record.Curves[Channel].UpdateOrAddKey(Weight, Time);
+			ZnMotion::AddCurveKey(Record.Curves[Channel].FloatCurve, Time, Weight);
 			++Channel;
 		}
 	}
@@ -117,7 +117,7 @@ bool FZnFaceDataDecoder::DecodeControlRig(const FString& JsonStr, FZnFaceData& O
 			}
 			const float Raw = float(Value.AsNumber());
 			Record.CurveFrames[Curve].Add(Raw);
-			Record.Curves[Curve].UpdateOrAddKey(Raw, Time);
+			ZnMotion::AddCurveKey(Record.Curves[Curve].FloatCurve, Time, Raw);
 			++Curve;
 		}
 	}

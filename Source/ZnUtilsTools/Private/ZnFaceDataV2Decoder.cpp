@@ -35,7 +35,7 @@ bool FZnFaceDataV2Decoder::AddFrameAt(const FZnJsonValue& FrameValue, double& Ou
 		Weight = Weight >= 0.0 ? (Weight < 1.0 ? Weight : 1.0) : 0.0;
 		const float Narrowed = float(Weight);
 		Weights[Channel].Add(Narrowed);
-		Curves[Channel].UpdateOrAddKey(Narrowed, KeyTime);
+		ZnMotion::AddCurveKey(Curves[Channel].FloatCurve, KeyTime, Narrowed);
 		++Channel;
 	}
 	OutTime = Time;

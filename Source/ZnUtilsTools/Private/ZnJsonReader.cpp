@@ -5,11 +5,17 @@
 #include <limits>
 #include <memory>
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
+
 // The parser's buffers and the UTF-8 copy of the text, kept per thread so that a stream of
 // small texts (one per animation frame) does not allocate for each of them.
 struct FZnJsonScratch
 {
 	simdjson::dom::parser Parser;
+	simdjson::ondemand::parser Iterator;
+	simdjson::ondemand::document Document;
 	std::unique_ptr<char[]> Buffer;
 	size_t BufferCapacity = 0;
 	bool bBusy = false;
@@ -33,9 +39,11 @@ struct FZnJsonScratch
 	void ReleaseIfLarge()
 	{
 		constexpr size_t KeepLimit = size_t(64) << 20;
-		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit)
+		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit || Iterator.capacity() > KeepLimit)
 		{
+			Document = simdjson::ondemand::document();
 			Parser = simdjson::dom::parser();
+			Iterator = simdjson::ondemand::parser();
 			Buffer.reset();
 			BufferCapacity = 0;
 		}
@@ -83,6 +91,22 @@ char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
 	while (Index < Length)
 	{
 		// Texts from the service are almost entirely ASCII: copy blocks of 16 units while they are.
+#if defined(__SSE2__) || defined(_M_X64)
+		while (Index + 16 <= Length)
+		{
+			const __m128i Low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index));
+			const __m128i High = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index + 8));
+			// Any unit above 0x7F has a bit set outside the low seven.
+			const __m128i Wide = _mm_and_si128(_mm_or_si128(Low, High), _mm_set1_epi16(int16(0xFF80)));
+			if (_mm_movemask_epi8(_mm_cmpeq_epi8(Wide, _mm_setzero_si128())) != 0xFFFF)
+			{
+				break;
+			}
+			_mm_storeu_si128(reinterpret_cast<__m128i*>(Out), _mm_packus_epi16(Low, High));
+			Out += 16;
+			Index += 16;
+		}
+#endif
 		while (Index + 16 <= Length)
 		{
 			uint32 Bits = 0;
@@ -288,6 +312,88 @@ FString ToString(std::string_view Utf8)
 	AppendUtf8(Result, Utf8);
 	return Result;
 }
+
+bool SkipValue(simdjson::ondemand::value& Value, int32 Depth)
+{
+	using namespace simdjson;
+	ondemand::json_type Type;
+	if (Value.type().get(Type) != SUCCESS)
+	{
+		return false;
+	}
+	switch (Type)
+	{
+		case ondemand::json_type::array:
+		{
+			ondemand::array Array;
+			if (Depth >= MaxDepth || Value.get_array().get(Array) != SUCCESS)
+			{
+				return false;
+			}
+			for (simdjson_result<ondemand::value> Element : Array)
+			{
+				ondemand::value Child;
+				if (Element.get(Child) != SUCCESS || !SkipValue(Child, Depth + 1))
+				{
+					return false;
+				}
+			}
+			return true;
+		}
+		case ondemand::json_type::object:
+		{
+			ondemand::object Object;
+			if (Depth >= MaxDepth || Value.get_object().get(Object) != SUCCESS)
+			{
+				return false;
+			}
+			for (simdjson_result<ondemand::field> FieldResult : Object)
+			{
+				ondemand::field Field;
+				std::string_view Key;
+				if (std::move(FieldResult).get(Field) != SUCCESS || !ReadKey(Field, Key) ||
+					!SkipValue(Field.value(), Depth + 1))
+				{
+					return false;
+				}
+			}
+			return true;
+		}
+		case ondemand::json_type::number:
+		{
+			ondemand::number Number;
+			return Value.get_number().get(Number) == SUCCESS;
+		}
+		case ondemand::json_type::string:
+		{
+			std::string_view String;
+			return Value.get_string().get(String) == SUCCESS;
+		}
+		case ondemand::json_type::boolean:
+		{
+			bool bValue = false;
+			return Value.get_bool().get(bValue) == SUCCESS;
+		}
+		case ondemand::json_type::null:
+		{
+			bool bNull = false;
+			return Value.is_null().get(bNull) == SUCCESS && bNull;
+		}
+	}
+	return false;
+}
+
+bool CheckLargeNumber(simdjson::ondemand::value& Value)
+{
+	simdjson::ondemand::number Number;
+	return Value.get_number().get(Number) == simdjson::SUCCESS;
+}
+
+bool IsAtEnd(simdjson::ondemand::document& Document)
+{
+	// Past the last token there is no location left to report.
+	return Document.current_location().error() == simdjson::OUT_OF_BOUNDS;
+}
 } // namespace ZnJson
 
 EZnJsonType FZnJsonValue::GetType() const
@@ -456,6 +562,64 @@ bool FZnJsonReader::ParseBuffer(size_t Length)
 		return false;
 	}
 	Root = FZnJsonValue(Element);
+	return true;
+}
+
+bool FZnJsonReader::Iterate(const FString& Text, simdjson::ondemand::document*& OutDocument)
+{
+	Root = FZnJsonValue();
+	const TCHAR* Chars = *Text;
+	size_t Length = size_t(Text.Len());
+	if (Length > 0 && Chars[0] == TCHAR(0xFEFF))
+	{
+		++Chars;
+		--Length;
+	}
+	if (Length == 0)
+	{
+		return false;
+	}
+	char* Buffer = Scratch->Reserve(Length * 3);
+	const size_t Utf8Length = size_t(ConvertUtf16(Chars, Length, Buffer) - Buffer);
+	return IterateBuffer(Utf8Length, OutDocument);
+}
+
+bool FZnJsonReader::IterateUtf8(const char* Utf8, int64 Length, simdjson::ondemand::document*& OutDocument)
+{
+	Root = FZnJsonValue();
+	if (Utf8 == nullptr || Length <= 0)
+	{
+		return false;
+	}
+	if (Length >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
+	{
+		Utf8 += 3;
+		Length -= 3;
+	}
+	char* Buffer = Scratch->Reserve(size_t(Length));
+	std::memcpy(Buffer, Utf8, size_t(Length));
+	return IterateBuffer(size_t(Length), OutDocument);
+}
+
+bool FZnJsonReader::IterateBuffer(size_t Length, simdjson::ondemand::document*& OutDocument)
+{
+	std::memset(Scratch->Buffer.get() + Length, 0, simdjson::SIMDJSON_PADDING);
+	// A text of nothing but whitespace has no root value; the iterator would only notice later.
+	const char* Text = Scratch->Buffer.get();
+	size_t First = 0;
+	while (First < Length && (Text[First] == ' ' || Text[First] == '\t' || Text[First] == '\n' || Text[First] == '\r'))
+	{
+		++First;
+	}
+	if (First == Length)
+	{
+		return false;
+	}
+	if (Scratch->Iterator.iterate(Text, Length, Scratch->BufferCapacity).get(Scratch->Document) != simdjson::SUCCESS)
+	{
+		return false;
+	}
+	OutDocument = &Scratch->Document;
 	return true;
 }
 

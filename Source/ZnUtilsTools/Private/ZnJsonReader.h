@@ -71,6 +71,55 @@ void AppendUtf8(FString& Out, std::string_view Utf8);
 
 // An engine string from UTF-8 text.
 FString ToString(std::string_view Utf8);
+
+// For the single-pass iterator (FZnJsonReader::Iterate). Containers nested deeper than this fail,
+// as they do in a whole parse.
+constexpr int32 MaxDepth = 1024;
+
+// Reads past one value while checking it as a whole parse would (escapes, number ranges,
+// literals, nesting). Depth is the nesting level of the value itself (the root is 1).
+bool SkipValue(simdjson::ondemand::value& Value, int32 Depth);
+
+// Checks an integer read as a double whose magnitude says it may lie past 64 bits.
+bool CheckLargeNumber(simdjson::ondemand::value& Value);
+
+// A value read as a number: a number gives its value, any other kind is checked and reads 0.
+// False when the text is malformed.
+inline bool ReadNumber(simdjson::ondemand::value& Value, int32 Depth, double& OutNumber)
+{
+	if (Value.get_double().get(OutNumber) == simdjson::SUCCESS)
+	{
+		// Integers past 64 bits still read as doubles here; a whole parse rejects them, so a
+		// magnitude in that range is checked once more the strict way.
+		return (OutNumber < 9223372036854775808.0 && OutNumber >= -9223372036854775808.0) || CheckLargeNumber(Value);
+	}
+	OutNumber = 0.0;
+	return SkipValue(Value, Depth);
+}
+
+// A member name, unescaped and checked. Plain names (the usual case) are read in place without
+// copying; only names with escapes go through the unescaping path.
+inline bool ReadKey(simdjson::ondemand::field& Field, std::string_view& OutKey)
+{
+	const char* Raw = Field.key().raw();
+	size_t Length = 0;
+	for (;; ++Length)
+	{
+		const unsigned char Char = static_cast<unsigned char>(Raw[Length]);
+		if (Char == '"')
+		{
+			OutKey = std::string_view(Raw, Length);
+			return true;
+		}
+		if (Char == '\\' || Char < 0x20)
+		{
+			return Field.unescaped_key().get(OutKey) == simdjson::SUCCESS;
+		}
+	}
+}
+
+// True when nothing but whitespace follows the root value just read.
+bool IsAtEnd(simdjson::ondemand::document& Document);
 } // namespace ZnJson
 
 // One JSON value, or nothing (a missing member). Cheap to copy.
@@ -419,8 +468,18 @@ public:
 	// The root of the last successful parse; invalid before one or after a failure.
 	FZnJsonValue GetRoot() const { return Root; }
 
+	// Single-pass access for the hot whole-clip decoders: the text is converted as Parse does
+	// (byte-order mark skipped) and handed to a forward-only iterator instead of being built into
+	// a tree. The caller reads every value once, checking with ZnJson::SkipValue whatever it does
+	// not need and with ZnJson::IsAtEnd that nothing follows the root, so a text is accepted
+	// exactly when Parse would accept it. False for an empty text. The document lives as long as
+	// this reader and is replaced by the next Parse or Iterate.
+	bool Iterate(const FString& Text, simdjson::ondemand::document*& OutDocument);
+	bool IterateUtf8(const char* Utf8, int64 Length, simdjson::ondemand::document*& OutDocument);
+
 private:
 	bool ParseBuffer(size_t Length);
+	bool IterateBuffer(size_t Length, simdjson::ondemand::document*& OutDocument);
 
 	FZnJsonScratch* Scratch = nullptr;
 	bool bOwnsScratch = false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "Animation/AnimCurveTypes.h"
 #include "ZnJsonReader.h"
 
 #include <cmath>
@@ -51,6 +52,30 @@ inline FVector ConvertPosition(float X, float Y, float Z)
 	const float EngineY = X * 100.0f;
 	const float EngineZ = Y * 100.0f;
 	return FVector(double(EngineX), double(EngineY), double(EngineZ));
+}
+
+// FRichCurve::UpdateOrAddKey for keys that usually arrive in rising time order. A key later than
+// the last one by more than the curve's tolerance is exactly what UpdateOrAddKey would append
+// (a linear key with default tangents), so it is appended directly, skipping the search; any
+// other key goes through UpdateOrAddKey. The curve's key handles are created lazily by the curve
+// itself, as for any direct edit of its public key array.
+inline void AddCurveKey(FRichCurve& Curve, float Time, float Value)
+{
+	const int32 Num = Curve.Keys.Num();
+	if (Num == 0 ||
+		(Time > Curve.Keys[Num - 1].Time && !(std::fabs(Time - Curve.Keys[Num - 1].Time) <= UE_KINDA_SMALL_NUMBER)))
+	{
+		Curve.Keys.Emplace(Time, Value);
+		return;
+	}
+	Curve.UpdateOrAddKey(Time, Value);
+}
+
+inline void AddCurveKey(FVectorCurve& Curve, const FVector& Value, float Time)
+{
+	AddCurveKey(Curve.FloatCurves[0], Time, float(Value.X));
+	AddCurveKey(Curve.FloatCurves[1], Time, float(Value.Y));
+	AddCurveKey(Curve.FloatCurves[2], Time, float(Value.Z));
 }
 
 // Reads up to Count numbers from the front of an array (non-numbers read 0). Returns how many
