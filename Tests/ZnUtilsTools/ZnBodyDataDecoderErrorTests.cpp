@@ -204,3 +204,31 @@ TEST(ZnBodyDataDecoderErrorTests, EmbeddedNulCharacterFailsTheWholeText)
 	Json[1] = TCHAR(0);
 	EXPECT_TRUE(LeavesOutputsAlone(Json));
 }
+
+TEST(ZnBodyDataDecoderErrorTests, MalformedMemberNamesFailTheWholeText)
+{
+	EXPECT_TRUE(LeavesOutputsAlone(Replaced(SmallClip, "\"totalTime\"", "\"total\\qTime\"")));
+	EXPECT_TRUE(LeavesOutputsAlone(Replaced(SmallClip, "\"totalTime\"", "\"total\x01Time\"")));
+	EXPECT_TRUE(LeavesOutputsAlone(Replaced(SmallClip, "{\"x\":0.1", "{\"\\ud800\":0.1")));
+}
+
+TEST(ZnBodyDataDecoderErrorTests, MalformedValuesInMembersNobodyReadsStillFailTheWholeText)
+{
+	for (const char* Value : {"01", "tru", "\"\\x\"", "[1,]", "{\"a\"}", "1e400", "18446744073709551616", "-"})
+	{
+		EXPECT_TRUE(LeavesOutputsAlone(Replaced(SmallClip, "\"path\":\"p\"", "\"extra\":" + std::string(Value))))
+			<< Value;
+		EXPECT_TRUE(LeavesOutputsAlone("{\"unknown\":" + std::string(Value) + ",\"Hips\":{}}")) << Value;
+	}
+	// Well-formed extras are simply passed over.
+	EXPECT_FALSE(
+		LeavesOutputsAlone(Replaced(SmallClip, "\"path\":\"p\"", "\"extra\":[{\"a\":[1,\"\\u00e9\",null,true]}]")));
+}
+
+TEST(ZnBodyDataDecoderErrorTests, NestingBeyondTheLimitFailsButModerateNestingIsPassedOver)
+{
+	const std::string Deep = std::string(1100, '[') + std::string(1100, ']');
+	EXPECT_TRUE(LeavesOutputsAlone("{\"extra\":" + Deep + ",\"Hips\":{}}"));
+	const std::string Moderate = std::string(500, '[') + std::string(500, ']');
+	EXPECT_FALSE(LeavesOutputsAlone("{\"extra\":" + Moderate + ",\"Hips\":{}}"));
+}

@@ -283,3 +283,43 @@ TEST(ZnBodyDataDecoderTests, Utf8EntryMatchesTheStringEntry)
 	ASSERT_TRUE(FZnBodyDataDecoder::DecodeUtf8(Json.data(), int64(Json.size()), FromBytes, true));
 	EXPECT_TRUE(SameBodyContents(FromString, FromBytes));
 }
+
+TEST(ZnBodyDataDecoderTests, RepeatedMembersReplaceWhatTheEarlierOnesProduced)
+{
+	// A later "curves" replaces the bones of an earlier one, even a malformed one.
+	FZnBodyData Body =
+		Decoded("{\"curves\":[1,{\"name\":\"A\"}],\"Hips\":{},\"curves\":[{\"name\":\"B\",\"rotas\":[{\"w\":1}]}]}");
+	ASSERT_EQ(Body.BoneNames.Num(), 1);
+	EXPECT_TRUE(Body.BoneNames[0].Equals(TEXT("B"), ESearchCase::CaseSensitive));
+	EXPECT_EQ(Body.BoneFrames[0].Num(), 1);
+
+	// Within a bone the last "rotas" and "name" count.
+	Body = Decoded(
+		"{\"curves\":[{\"name\":\"A\",\"rotas\":[7],\"rotas\":[{\"w\":1},{\"w\":1}],\"NAME\":\"C\"}],\"Hips\":{}}");
+	ASSERT_EQ(Body.BoneNames.Num(), 1);
+	EXPECT_TRUE(Body.BoneNames[0].Equals(TEXT("C"), ESearchCase::CaseSensitive));
+	EXPECT_EQ(Body.BoneFrames[0].Num(), 2);
+	EXPECT_EQ(Body.BoneCurves[0].Keys.Num(), 2);
+
+	// A later "Hips" replaces the positions; a later "pos" too.
+	Body = Decoded("{\"Hips\":{\"pos\":[{\"x\":1},{\"x\":2}]},\"Hips\":{\"pos\":[5],\"pos\":[{\"x\":3}]}}");
+	EXPECT_EQ(Body.RootPositionCurve.FloatCurves[1].Keys.Num(), 1);
+	EXPECT_EQ(Body.RootStartPosition.Y, double(3.0f * 100.0f));
+}
+
+TEST(ZnBodyDataDecoderTests, OnlyTheLastHipsDecidesWhetherTheClipHasARoot)
+{
+	FZnBodyData Body = SentinelBody();
+	UZnDM_BpFuncLib::ParseJsonToBodydata(Text("{\"Hips\":1,\"Hips\":{}}"), Body);
+	EXPECT_NE(Body.id, 4242);
+	Body = SentinelBody();
+	UZnDM_BpFuncLib::ParseJsonToBodydata(Text("{\"Hips\":{},\"Hips\":1}"), Body);
+	EXPECT_TRUE(SameBody(Body, SentinelBody()));
+}
+
+TEST(ZnBodyDataDecoderTests, EscapedMemberNamesMatchTheirUnescapedForm)
+{
+	const FZnBodyData Body = Decoded("{\"tot\\u0061lTime\":6,\"\\u0048ips\":{\"p\\u006fs\":[{\"\\u0078\":1}]}}");
+	EXPECT_EQ(Body.totalTime, 6.0f);
+	EXPECT_EQ(Body.RootStartPosition.Y, 100.0);
+}
