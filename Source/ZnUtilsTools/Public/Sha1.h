@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-class Sha1
+class ZNUTILSTOOLS_API Sha1
 {
 public:
 	// The request signature: sha1(appId + timestamp + secret), concatenated without separators.
