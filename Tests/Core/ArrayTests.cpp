@@ -441,3 +441,20 @@ TEST(ArrayTests, GrowthIsAmortised)
 	EXPECT_LT(Reallocations, 60);
 	EXPECT_EQ(Numbers[99999], 99999);
 }
+
+TEST(ArrayTests, GetRefAddersReturnTheNewElementAfterGrowing)
+{
+	TArray<FString> Names;
+	FString& First = Names.Emplace_GetRef(TEXT("first"));
+	EXPECT_TRUE(First.Equals(TEXT("first")));
+	EXPECT_EQ(&First, &Names[0]);
+	for (int32 Index = 0; Index < 50; ++Index)
+	{
+		FString& Added = Names.Add_GetRef(FString::FromInt(Index));
+		EXPECT_EQ(&Added, &Names.Last());
+		FString& Defaulted = Names.AddDefaulted_GetRef();
+		EXPECT_EQ(&Defaulted, &Names.Last());
+		EXPECT_TRUE(Defaulted.IsEmpty());
+	}
+	EXPECT_EQ(Names.Num(), 101);
+}

@@ -207,3 +207,35 @@ TEST(RichCurveTests, UnwindRotationKeepsAnglesContinuous)
 	Curve.UpdateOrAddKey(1.f, -530.f, true);
 	EXPECT_FLOAT_EQ(Curve.GetConstRefOfKeys()[1].Value, 190.f);
 }
+
+TEST(RichCurveTests, AppendedKeysKeepWorkingHandlesAfterReserve)
+{
+	FRichCurve Curve;
+	Curve.Keys.Reserve(100);
+	TArray<FKeyHandle> Added;
+	for (int32 Frame = 0; Frame < 100; ++Frame)
+	{
+		Added.Add(Curve.UpdateOrAddKey(float(Frame) * 0.1f, float(Frame)));
+	}
+	ASSERT_EQ(Curve.GetNumKeys(), 100);
+	for (int32 Frame = 0; Frame < 100; ++Frame)
+	{
+		EXPECT_EQ(Curve.GetIndexSafe(Added[Frame]), Frame);
+	}
+	// A repeat of the last time replaces instead of appending.
+	EXPECT_EQ(Curve.UpdateOrAddKey(99.f * 0.1f, -1.f), Added.Last());
+	EXPECT_EQ(Curve.GetNumKeys(), 100);
+	EXPECT_EQ(Curve.Eval(99.f * 0.1f), -1.f);
+}
+
+TEST(RichCurveTests, KeysAddedThroughThePublicArrayStillEvaluate)
+{
+	FRichCurve Curve;
+	Curve.Keys.Add(FRichCurveKey(0.f, 0.f));
+	Curve.Keys.Add(FRichCurveKey(1.f, 2.f));
+	EXPECT_FLOAT_EQ(Curve.Eval(0.5f), 1.f);
+	Curve.UpdateOrAddKey(2.f, 4.f);
+	EXPECT_EQ(Curve.GetNumKeys(), 3);
+	EXPECT_TRUE(Curve.GetKeyHandle(2).IsValid());
+	EXPECT_FLOAT_EQ(Curve.Eval(1.5f), 3.f);
+}

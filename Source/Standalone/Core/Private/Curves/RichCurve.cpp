@@ -115,6 +115,12 @@ FKeyHandle FRichCurve::AddKey(float InTime, float InValue, const bool bUnwindRot
 		}
 	}
 	const int32 Index = Lo;
+	// Keep room for a handle per reserved key, so that a caller's Keys.Reserve also spares the
+	// handle list from regrowing.
+	if (Handles.Max() < Keys.Max())
+	{
+		Handles.Reserve(Keys.Max());
+	}
 	Keys.Insert(FRichCurveKey(InTime, InValue), Index);
 	Handles.Insert(KeyHandle, Index);
 	if (Index > 0 && bUnwindRotation)
@@ -126,6 +132,24 @@ FKeyHandle FRichCurve::AddKey(float InTime, float InValue, const bool bUnwindRot
 
 FKeyHandle FRichCurve::UpdateOrAddKey(float InTime, float InValue, const bool bUnwindRotation, float KeyTimeTolerance)
 {
+	// Decoders add keys in rising time order: a key clearly after the last one is appended
+	// without a search (the same result the search below would give).
+	const int32 NumKeys = Keys.Num();
+	if (NumKeys > 0 && Handles.Num() == NumKeys && !bUnwindRotation)
+	{
+		const float LastTime = Keys[NumKeys - 1].Time;
+		if (InTime > LastTime && !FMath::IsNearlyEqual(LastTime, InTime, KeyTimeTolerance))
+		{
+			if (Handles.Max() < Keys.Max())
+			{
+				Handles.Reserve(Keys.Max());
+			}
+			Keys.Emplace(InTime, InValue);
+			const int32 HandleIndex = Handles.Emplace();
+			return Handles[HandleIndex];
+		}
+	}
+
 	// The first key that is neither earlier than InTime nor near it. Keys before it are all
 	// earlier and farther than the tolerance, so the first near key, if any, is exactly this one
 	// (the same key a front-to-back scan would stop at).

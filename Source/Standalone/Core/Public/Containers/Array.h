@@ -183,10 +183,16 @@ public:
 	template <typename... ArgsType>
 	ElementType& Emplace_GetRef(ArgsType&&... Args)
 	{
-		return Data[Emplace(Forward<ArgsType>(Args)...)];
+		// Data must be read after Emplace, which may move the elements to a new block.
+		const int32 Index = Emplace(Forward<ArgsType>(Args)...);
+		return Data[Index];
 	}
 
-	ElementType& Add_GetRef(const ElementType& Item) { return Data[Emplace(Item)]; }
+	ElementType& Add_GetRef(const ElementType& Item)
+	{
+		const int32 Index = Emplace(Item);
+		return Data[Index];
+	}
 
 	template <typename... ArgsType>
 	void EmplaceAt(int32 Index, ArgsType&&... Args)
@@ -226,7 +232,11 @@ public:
 		return Index;
 	}
 
-	ElementType& AddDefaulted_GetRef() { return Data[AddDefaulted(1)]; }
+	ElementType& AddDefaulted_GetRef()
+	{
+		const int32 Index = AddDefaulted(1);
+		return Data[Index];
+	}
 
 	/** Adds Count elements whose bytes are all zero; returns the first new index. */
 	int32 AddZeroed(int32 Count = 1)
