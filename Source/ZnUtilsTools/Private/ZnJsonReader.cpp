@@ -20,8 +20,9 @@ struct FZnJsonScratch
 	size_t BufferCapacity = 0;
 	bool bBusy = false;
 
-	// Makes room for Length bytes of text plus the zeroed padding the parser reads past the end.
-	char* Reserve(size_t Length)
+	// Makes room for Length bytes of text plus the zeroed padding the parser reads past the end,
+	// keeping the first Keep bytes already written.
+	char* Reserve(size_t Length, size_t Keep = 0)
 	{
 		const size_t Needed = Length + simdjson::SIMDJSON_PADDING;
 		if (Needed > BufferCapacity)
@@ -29,11 +30,21 @@ struct FZnJsonScratch
 			// Grow geometrically: a stream of slowly growing texts should not reallocate each time.
 			size_t NewCapacity = BufferCapacity + BufferCapacity / 2;
 			NewCapacity = NewCapacity < Needed ? Needed : NewCapacity;
-			Buffer.reset(new char[NewCapacity]);
+			std::unique_ptr<char[]> NewBuffer(new char[NewCapacity]);
+			if (Keep > 0)
+			{
+				std::memcpy(NewBuffer.get(), Buffer.get(), Keep);
+			}
+			Buffer = std::move(NewBuffer);
 			BufferCapacity = NewCapacity;
 		}
 		return Buffer.get();
 	}
+
+	// Converts engine text into the buffer and returns its UTF-8 length. The buffer is sized for
+	// ASCII first (one byte per unit); only text that turns out not to be ASCII is measured and
+	// given more room, so the copy never takes more memory than it needs.
+	size_t ConvertText(const TCHAR* Chars, size_t Length);
 
 	// A text this large is rare; its buffers are not worth keeping for the rest of the thread's life.
 	void ReleaseIfLarge()
@@ -156,6 +167,32 @@ char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
 		}
 	}
 	return Out;
+}
+
+// Copies the leading ASCII units; returns how many there were.
+size_t ConvertAsciiPrefix(const TCHAR* In, size_t Length, char* Out)
+{
+	size_t Index = 0;
+#if defined(__SSE2__) || defined(_M_X64)
+	while (Index + 16 <= Length)
+	{
+		const __m128i Low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index));
+		const __m128i High = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index + 8));
+		const __m128i Wide = _mm_and_si128(_mm_or_si128(Low, High), _mm_set1_epi16(int16(0xFF80)));
+		if (_mm_movemask_epi8(_mm_cmpeq_epi8(Wide, _mm_setzero_si128())) != 0xFFFF)
+		{
+			break;
+		}
+		_mm_storeu_si128(reinterpret_cast<__m128i*>(Out + Index), _mm_packus_epi16(Low, High));
+		Index += 16;
+	}
+#endif
+	while (Index < Length && In[Index] < 0x80)
+	{
+		Out[Index] = char(In[Index]);
+		++Index;
+	}
+	return Index;
 }
 
 // Rounds half away from zero, the engine's rule for reading a fractional number as an integer.
@@ -486,6 +523,23 @@ FZnJsonValue FZnJsonArray::GetValue(int32 Index) const
 	return FZnJsonValue(Element);
 }
 
+size_t FZnJsonScratch::ConvertText(const TCHAR* Chars, size_t Length)
+{
+	const size_t Ascii = ConvertAsciiPrefix(Chars, Length, Reserve(Length));
+	if (Ascii == Length)
+	{
+		return Length;
+	}
+	size_t Bound = Ascii;
+	for (size_t Index = Ascii; Index < Length; ++Index)
+	{
+		const TCHAR Unit = Chars[Index];
+		Bound += Unit < 0x80 ? 1 : (Unit < 0x800 ? 2 : 3);
+	}
+	char* Out = Reserve(Bound, Ascii);
+	return size_t(ConvertUtf16(Chars + Ascii, Length - Ascii, Out + Ascii) - Out);
+}
+
 FZnJsonReader::FZnJsonReader()
 {
 	// A reader created while another one on this thread still holds the shared buffers gets its own.
@@ -529,8 +583,7 @@ bool FZnJsonReader::Parse(const FString& Text)
 	{
 		return false;
 	}
-	char* Buffer = Scratch->Reserve(Length * 3);
-	const size_t Utf8Length = size_t(ConvertUtf16(Chars, Length, Buffer) - Buffer);
+	const size_t Utf8Length = Scratch->ConvertText(Chars, Length);
 	return ParseBuffer(Utf8Length);
 }
 
@@ -579,8 +632,7 @@ bool FZnJsonReader::Iterate(const FString& Text, simdjson::ondemand::document*& 
 	{
 		return false;
 	}
-	char* Buffer = Scratch->Reserve(Length * 3);
-	const size_t Utf8Length = size_t(ConvertUtf16(Chars, Length, Buffer) - Buffer);
+	const size_t Utf8Length = Scratch->ConvertText(Chars, Length);
 	return IterateBuffer(Utf8Length, OutDocument);
 }
 
