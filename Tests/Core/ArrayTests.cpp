@@ -458,3 +458,15 @@ TEST(ArrayTests, GetRefAddersReturnTheNewElementAfterGrowing)
 	}
 	EXPECT_EQ(Names.Num(), 101);
 }
+
+TEST(ArrayTests, InsertZeroedAndDefaulted)
+{
+	TArray<int32> Numbers;
+	Numbers.InsertZeroed(0, 0);
+	EXPECT_EQ(Numbers.Num(), 0);
+	Numbers = {1, 2};
+	Numbers.InsertZeroed(1, 2);
+	EXPECT_EQ(Numbers, (TArray<int32>{1, 0, 0, 2}));
+	Numbers.InsertDefaulted(0);
+	EXPECT_EQ(Numbers, (TArray<int32>{0, 1, 0, 0, 2}));
+}

@@ -310,7 +310,10 @@ public:
 	void InsertZeroed(int32 Index, int32 Count = 1)
 	{
 		InsertUninitialized(Index, Count);
-		std::memset(static_cast<void*>(Data + Index), 0, SIZE_T(Count) * sizeof(ElementType));
+		if (Count > 0)
+		{
+			std::memset(static_cast<void*>(Data + Index), 0, SIZE_T(Count) * sizeof(ElementType));
+		}
 	}
 
 	void InsertDefaulted(int32 Index, int32 Count = 1)
