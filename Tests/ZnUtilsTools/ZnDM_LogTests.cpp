@@ -307,3 +307,18 @@ TEST(ZnDM_LogTrace, DepthZeroLogsStackInfoAlone)
 	ASSERT_EQ(Texts.size(), 1u);
 	EXPECT_EQ(Texts[0], "Stack Info:");
 }
+
+TEST(ZnDM_LogTrace, DefaultDepthIsFiveFrames)
+{
+	FZnTestLogCapture Capture;
+	UZnDM_BpFuncLib::PrintTraceStack();
+	const std::vector<std::string> Texts = Capture.TextsOf("LogTemp");
+	ASSERT_EQ(Texts.size(), 1u);
+	size_t Frames = 0;
+	for (size_t At = Texts[0].find("\r\n\t"); At != std::string::npos; At = Texts[0].find("\r\n\t", At + 1))
+	{
+		++Frames;
+	}
+	// The test runner's stack is far deeper than five frames.
+	EXPECT_EQ(Frames, 5u);
+}

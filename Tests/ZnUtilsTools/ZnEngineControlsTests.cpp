@@ -115,3 +115,12 @@ TEST(ZnEngineControls, ThreadQueriesOnTheGameThreadAndElsewhere)
 	EXPECT_TRUE(bRendering);
 	EXPECT_TRUE(bRhi);
 }
+
+TEST(ZnEngineControls, DefaultArgumentsAreSixtyAndOneHundred)
+{
+	FStandaloneEngineLoop Loop;
+	UZnDM_BpFuncLib::SetFps();
+	EXPECT_EQ(LastCommand(), "t.maxFPS 60");
+	UZnDM_BpFuncLib::SetMaxPerGroupForStat();
+	EXPECT_EQ(LastCommand(), "stats.MaxPerGroup 100");
+}
