@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 namespace ZnTest
@@ -56,12 +57,14 @@ inline FRun RunZn(const std::vector<std::string>& Args, const std::string* Stdin
 	{
 		Command += " " + ShellQuote(A);
 	}
-	const std::string ErrPath = "zn_test_stderr.txt";
+	// ctest runs tests of this program side by side in one folder: scratch files carry the process id.
+	const std::string Scratch = "zn_test_" + std::to_string(getpid());
+	const std::string ErrPath = Scratch + "_stderr.txt";
 	Command += " 2>" + ErrPath;
 	if (Stdin)
 	{
-		WriteAll("zn_test_stdin.txt", *Stdin);
-		Command += " <zn_test_stdin.txt";
+		WriteAll(Scratch + "_stdin.txt", *Stdin);
+		Command += " <" + Scratch + "_stdin.txt";
 	}
 	else
 	{
@@ -82,6 +85,11 @@ inline FRun RunZn(const std::vector<std::string>& Args, const std::string* Stdin
 	const int Raw = pclose(Pipe);
 	Run.Status = WIFEXITED(Raw) ? WEXITSTATUS(Raw) : -1;
 	Run.Err = ReadAll(ErrPath);
+	std::remove(ErrPath.c_str());
+	if (Stdin)
+	{
+		std::remove((Scratch + "_stdin.txt").c_str());
+	}
 	return Run;
 }
 
