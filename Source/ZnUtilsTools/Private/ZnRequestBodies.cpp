@@ -6,6 +6,39 @@ namespace
 {
 // Every body is a few hundred characters; one reservation avoids regrowing for the common case.
 constexpr int32 BodyReserve = 512;
+
+// The motion messages share these three blocks; the legacy reference-text shapes have blocks of their own.
+void WriteTtsConfig(FZnJsonWriter& Writer, const FString& VoiceName, int32 Speed, int32 Volume, int32 Fm)
+{
+	Writer.WriteObjectStart(TEXT("tts_config"));
+	Writer.WriteValue(TEXT("tts_voice_name"), VoiceName);
+	Writer.WriteValue(TEXT("tts_speed"), Speed);
+	Writer.WriteValue(TEXT("tts_volume"), Volume);
+	Writer.WriteValue(TEXT("tts_fm"), Fm);
+	Writer.WriteObjectEnd();
+}
+
+void WriteTaggedFaceConfig(FZnJsonWriter& Writer, int32 FaceType, const FString& FaceGender, int32 FaceTag)
+{
+	Writer.WriteObjectStart(TEXT("face_config"));
+	Writer.WriteValue(TEXT("face_type"), FaceType);
+	Writer.WriteValue(TEXT("face_gender"), FaceGender);
+	Writer.WriteValue(TEXT("face_tag"), FaceTag);
+	Writer.WriteObjectEnd();
+}
+
+void WriteFilteredBodyConfig(FZnJsonWriter& Writer, int32 Motion, int32 FilterWindow, int32 FilterOrder,
+	bool bFixedHips, int32 HeadXRot, bool bCompress)
+{
+	Writer.WriteObjectStart(TEXT("body_config"));
+	Writer.WriteValue(TEXT("body_motion"), Motion);
+	Writer.WriteValue(TEXT("body_filter_window"), FilterWindow);
+	Writer.WriteValue(TEXT("body_filter_order"), FilterOrder);
+	Writer.WriteValue(TEXT("body_fixed_hips"), bFixedHips);
+	Writer.WriteValue(TEXT("body_head_x_rot"), HeadXRot);
+	Writer.WriteValue(TEXT("body_compress"), bCompress);
+	Writer.WriteObjectEnd();
+}
 } // namespace
 
 FString ZnRequestBodies::TextBroadcastMotion(const FString& draft_content, const FString& audio_format,
@@ -19,12 +52,7 @@ FString ZnRequestBodies::TextBroadcastMotion(const FString& draft_content, const
 	Writer.WriteObjectStart();
 	Writer.WriteValue(TEXT("draft_content"), draft_content);
 	Writer.WriteValue(TEXT("compress"), false);
-	Writer.WriteObjectStart(TEXT("tts_config"));
-	Writer.WriteValue(TEXT("tts_voice_name"), tts_voice_name);
-	Writer.WriteValue(TEXT("tts_speed"), tts_speed);
-	Writer.WriteValue(TEXT("tts_volume"), tts_volume);
-	Writer.WriteValue(TEXT("tts_fm"), tts_fm);
-	Writer.WriteObjectEnd();
+	WriteTtsConfig(Writer, tts_voice_name, tts_speed, tts_volume, tts_fm);
 	Writer.WriteObjectStart(TEXT("face_config"));
 	Writer.WriteValue(TEXT("face_type"), face_type);
 	Writer.WriteValue(TEXT("gender"), face_gender);
@@ -49,25 +77,10 @@ FString ZnRequestBodies::AnswerCollectMotion(const FString& text, const FString&
 	Writer.WriteObjectStart();
 	Writer.WriteValue(TEXT("text"), text);
 	Writer.WriteValue(TEXT("audio_format"), audio_format);
-	Writer.WriteObjectStart(TEXT("tts_config"));
-	Writer.WriteValue(TEXT("tts_voice_name"), tts_voice_name);
-	Writer.WriteValue(TEXT("tts_speed"), tts_speed);
-	Writer.WriteValue(TEXT("tts_volume"), tts_volume);
-	Writer.WriteValue(TEXT("tts_fm"), tts_fm);
-	Writer.WriteObjectEnd();
-	Writer.WriteObjectStart(TEXT("face_config"));
-	Writer.WriteValue(TEXT("face_type"), face_type);
-	Writer.WriteValue(TEXT("face_gender"), face_gender);
-	Writer.WriteValue(TEXT("face_tag"), face_tag);
-	Writer.WriteObjectEnd();
-	Writer.WriteObjectStart(TEXT("body_config"));
-	Writer.WriteValue(TEXT("body_motion"), body_motion);
-	Writer.WriteValue(TEXT("body_filter_window"), body_filter_window);
-	Writer.WriteValue(TEXT("body_filter_order"), body_filter_order);
-	Writer.WriteValue(TEXT("body_fixed_hips"), body_fixed_hips);
-	Writer.WriteValue(TEXT("body_head_x_rot"), body_head_x_rot);
-	Writer.WriteValue(TEXT("body_compress"), body_compress);
-	Writer.WriteObjectEnd();
+	WriteTtsConfig(Writer, tts_voice_name, tts_speed, tts_volume, tts_fm);
+	WriteTaggedFaceConfig(Writer, face_type, face_gender, face_tag);
+	WriteFilteredBodyConfig(
+		Writer, body_motion, body_filter_window, body_filter_order, body_fixed_hips, body_head_x_rot, body_compress);
 	Writer.WriteObjectEnd();
 	return Body;
 }
@@ -84,19 +97,9 @@ FString ZnRequestBodies::VoiceBroadcastMotion(const FString& audio_url, const FS
 	Writer.WriteValue(TEXT("audio_format"), audio_format);
 	Writer.WriteValue(TEXT("is_cache"), is_cache);
 	Writer.WriteValue(TEXT("compress"), false);
-	Writer.WriteObjectStart(TEXT("face_config"));
-	Writer.WriteValue(TEXT("face_type"), face_type);
-	Writer.WriteValue(TEXT("face_gender"), face_gender);
-	Writer.WriteValue(TEXT("face_tag"), face_tag);
-	Writer.WriteObjectEnd();
-	Writer.WriteObjectStart(TEXT("body_config"));
-	Writer.WriteValue(TEXT("body_motion"), body_motion);
-	Writer.WriteValue(TEXT("body_filter_window"), body_filter_window);
-	Writer.WriteValue(TEXT("body_filter_order"), body_filter_order);
-	Writer.WriteValue(TEXT("body_fixed_hips"), body_fixed);
-	Writer.WriteValue(TEXT("body_head_x_rot"), body_head_x_rot);
-	Writer.WriteValue(TEXT("body_compress"), body_compress);
-	Writer.WriteObjectEnd();
+	WriteTaggedFaceConfig(Writer, face_type, face_gender, face_tag);
+	WriteFilteredBodyConfig(
+		Writer, body_motion, body_filter_window, body_filter_order, body_fixed, body_head_x_rot, body_compress);
 	Writer.WriteObjectEnd();
 	return Body;
 }
