@@ -7,7 +7,6 @@ packages=(
 	cmake ninja-build g++ make git pkg-config
 	clang libclang-rt-14-dev clang-format
 	libsimdjson-dev nlohmann-json3-dev libcli11-dev
-	libcurl4-openssl-dev libcpp-httplib-dev
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
 )
