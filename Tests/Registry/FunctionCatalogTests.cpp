@@ -173,15 +173,15 @@ std::vector<FRow> ParseCatalogue()
 			for (const std::string& P : Split(Cols[1], ", "))
 			{
 				FParam Param;
-				std::string Spec = P;
-				const size_t Eq = Spec.find('=');
+				std::string ParamText = P;
+				const size_t Eq = ParamText.find('=');
 				if (Eq != std::string::npos)
 				{
 					Param.bHasDefault = true;
-					Param.Default = Spec.substr(Eq + 1);
-					Spec = Spec.substr(0, Eq);
+					Param.Default = ParamText.substr(Eq + 1);
+					ParamText = ParamText.substr(0, Eq);
 				}
-				const std::vector<std::string> Parts = Split(Spec, ":");
+				const std::vector<std::string> Parts = Split(ParamText, ":");
 				Param.Name = Parts[0];
 				Param.Type = Parts.size() > 1 ? Parts[1] : "";
 				if (Parts.size() > 2)

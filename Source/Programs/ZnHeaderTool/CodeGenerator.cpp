@@ -608,12 +608,12 @@ struct FGenerator
 		return S;
 	}
 
-	FMetaList BaseMeta(const FHeaderDecl& H, const std::string& Comment, const FSpecifiers& Spec) const
+	FMetaList BaseMeta(const FHeaderDecl& H, const std::string& Comment, const FSpecifiers& Specs) const
 	{
 		FMetaList M;
 		M.AddComment(Comment);
 		M.Set("ModuleRelativePath", H.ModuleRelativePath);
-		M.Add(Spec.Meta);
+		M.Add(Specs.Meta);
 		return M;
 	}
 

@@ -773,7 +773,7 @@ private:
 	{
 		const FToken At = Peek();
 		Next();
-		FSpecifiers Spec = ParseSpecifiers();
+		FSpecifiers Specs = ParseSpecifiers();
 		std::vector<FToken> Decl;
 		int Depth = 0;
 		while (true)
@@ -799,7 +799,7 @@ private:
 			Decl.push_back(Next());
 		}
 		FVariable V = ParseDeclarator(Decl, Decl.empty() ? At : Decl[0], true);
-		V.Specifiers = Spec;
+		V.Specifiers = Specs;
 		V.Comment = At.Comment;
 		V.Access = Access;
 		V.Line = At.Line;

@@ -14,160 +14,145 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace
+{
 // printf-style formatting onto the command's streams (which tests may capture).
 template <typename... ArgTypes>
-void Print(std::ostream &Stream, const char *Format, ArgTypes... Args) {
-  char Buffer[512];
-  const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-  Stream.write(
-      Buffer,
-      Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
+void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
+{
+	char Buffer[512];
+	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
+	Stream.write(Buffer, Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
 }
 
-struct FZnGenerateOptions {
-  std::string Kind = "body";
-  std::string Format = "v1";
-  std::string Output;
-  double Seconds = 10.0;
-  uint64 Seed = 1;
-  bool bNoTwist = false;
-  bool bNoFingers = false;
-  bool bOvershoot = false;
-  bool bShuffle = false;
-  int32 RigCurves = 51;
+struct FZnGenerateOptions
+{
+	std::string Kind = "body";
+	std::string Format = "v1";
+	std::string Output;
+	double Seconds = 10.0;
+	uint64 Seed = 1;
+	bool bNoTwist = false;
+	bool bNoFingers = false;
+	bool bOvershoot = false;
+	bool bShuffle = false;
+	int32 RigCurves = 51;
 };
 
-bool WriteFile(const std::filesystem::path &Path, const std::string &Text,
-               ZnCommandContext &Ctx) {
-  std::ofstream Out(Path, std::ios::binary | std::ios::trunc);
-  Out.write(Text.data(), static_cast<std::streamsize>(Text.size()));
-  Out.close();
-  if (!Out) {
-    Print(Ctx.Err, "zn generate: cannot write %s\n", Path.string().c_str());
-    return false;
-  }
-  return true;
+bool WriteFile(const std::filesystem::path& Path, const std::string& Text, ZnCommandContext& Ctx)
+{
+	std::ofstream Out(Path, std::ios::binary | std::ios::trunc);
+	Out.write(Text.data(), static_cast<std::streamsize>(Text.size()));
+	Out.close();
+	if (!Out)
+	{
+		Print(Ctx.Err, "zn generate: cannot write %s\n", Path.string().c_str());
+		return false;
+	}
+	return true;
 }
 
 // One file per frame, named after the frame number (1-based, like the texts'
 // frameIndex).
 template <typename ClipType>
-int WriteFrames(const FZnGenerateOptions &Options, ZnCommandContext &Ctx,
-                const ClipType &Clip, int32 Frames,
-                std::string (*FrameToJson)(const ClipType &, int32)) {
-  const std::filesystem::path Folder = Options.Output;
-  std::error_code Error;
-  std::filesystem::create_directories(Folder, Error);
-  if (Error) {
-    Print(Ctx.Err, "zn generate: cannot create %s: %s\n",
-          Folder.string().c_str(), Error.message().c_str());
-    return 1;
-  }
-  for (int32 Frame = 0; Frame < Frames; ++Frame) {
-    char Name[32];
-    std::snprintf(Name, sizeof(Name), "frame_%05d.json", Frame + 1);
-    if (!WriteFile(Folder / Name, FrameToJson(Clip, Frame), Ctx)) {
-      return 1;
-    }
-  }
-  Print(Ctx.Out, "wrote %d frame files to %s\n", Frames,
-        Folder.string().c_str());
-  return 0;
+int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const ClipType& Clip, int32 Frames,
+	std::string (*FrameToJson)(const ClipType&, int32))
+{
+	const std::filesystem::path Folder = Options.Output;
+	std::error_code Error;
+	std::filesystem::create_directories(Folder, Error);
+	if (Error)
+	{
+		Print(Ctx.Err, "zn generate: cannot create %s: %s\n", Folder.string().c_str(), Error.message().c_str());
+		return 1;
+	}
+	for (int32 Frame = 0; Frame < Frames; ++Frame)
+	{
+		char Name[32];
+		std::snprintf(Name, sizeof(Name), "frame_%05d.json", Frame + 1);
+		if (!WriteFile(Folder / Name, FrameToJson(Clip, Frame), Ctx))
+		{
+			return 1;
+		}
+	}
+	Print(Ctx.Out, "wrote %d frame files to %s\n", Frames, Folder.string().c_str());
+	return 0;
 }
 
-int RunGenerate(const FZnGenerateOptions &Options, ZnCommandContext &Ctx) {
-  if (!(Options.Seconds >= 0.0) || Options.Seconds > 3600.0) {
-    Print(Ctx.Err, "zn generate: --seconds must be between 0 and 3600\n");
-    return 2;
-  }
-  const int32 Frames = static_cast<int32>(std::lround(Options.Seconds * 30.0));
-  const std::vector<int32> Order =
-      Options.bShuffle
-          ? FZnMotionGenerator::ShuffledFrameOrder(Frames, Options.Seed)
-          : std::vector<int32>();
-  std::string Text;
-  if (Options.Kind == "body") {
-    const FZnGenBodyClip Clip = FZnMotionGenerator::GenerateBody(
-        {Frames, Options.Seed, !Options.bNoTwist, !Options.bNoFingers});
-    if (Options.Format == "v2-frames") {
-      return WriteFrames<FZnGenBodyClip>(
-          Options, Ctx, Clip, Frames, &FZnMotionGenerator::BodyFrameToJsonV2);
-    }
-    Text = Options.Format == "v2"
-               ? FZnMotionGenerator::BodyToJsonV2(Clip, Order)
-               : FZnMotionGenerator::BodyToJson(Clip);
-  } else if (Options.Kind == "face") {
-    const FZnGenFaceClip Clip = FZnMotionGenerator::GenerateFace(
-        {Frames, Options.Seed, Options.bOvershoot});
-    if (Options.Format == "v2-frames") {
-      return WriteFrames<FZnGenFaceClip>(
-          Options, Ctx, Clip, Frames, &FZnMotionGenerator::FaceFrameToJsonV2);
-    }
-    Text = Options.Format == "v2"
-               ? FZnMotionGenerator::FaceToJsonV2(Clip, Order)
-               : FZnMotionGenerator::FaceToJson(Clip);
-  } else {
-    Text = FZnMotionGenerator::ControlRigToJson(
-        FZnMotionGenerator::GenerateControlRig(
-            {Frames, Options.Seed, Options.bOvershoot}, Options.RigCurves));
-  }
-  if (!WriteFile(Options.Output, Text, Ctx)) {
-    return 1;
-  }
-  Print(Ctx.Out, "wrote %s: %s %s, %d frames, %zu bytes\n",
-        Options.Output.c_str(), Options.Kind.c_str(),
-        Options.Kind == "rig" ? "curves" : Options.Format.c_str(), Frames,
-        Text.size());
-  return 0;
+int RunGenerate(const FZnGenerateOptions& Options, ZnCommandContext& Ctx)
+{
+	if (!(Options.Seconds >= 0.0) || Options.Seconds > 3600.0)
+	{
+		Print(Ctx.Err, "zn generate: --seconds must be between 0 and 3600\n");
+		return 2;
+	}
+	const int32 Frames = static_cast<int32>(std::lround(Options.Seconds * 30.0));
+	const std::vector<int32> Order =
+		Options.bShuffle ? FZnMotionGenerator::ShuffledFrameOrder(Frames, Options.Seed) : std::vector<int32>();
+	std::string Text;
+	if (Options.Kind == "body")
+	{
+		const FZnGenBodyClip Clip =
+			FZnMotionGenerator::GenerateBody({Frames, Options.Seed, !Options.bNoTwist, !Options.bNoFingers});
+		if (Options.Format == "v2-frames")
+		{
+			return WriteFrames<FZnGenBodyClip>(Options, Ctx, Clip, Frames, &FZnMotionGenerator::BodyFrameToJsonV2);
+		}
+		Text = Options.Format == "v2" ? FZnMotionGenerator::BodyToJsonV2(Clip, Order)
+									  : FZnMotionGenerator::BodyToJson(Clip);
+	}
+	else if (Options.Kind == "face")
+	{
+		const FZnGenFaceClip Clip = FZnMotionGenerator::GenerateFace({Frames, Options.Seed, Options.bOvershoot});
+		if (Options.Format == "v2-frames")
+		{
+			return WriteFrames<FZnGenFaceClip>(Options, Ctx, Clip, Frames, &FZnMotionGenerator::FaceFrameToJsonV2);
+		}
+		Text = Options.Format == "v2" ? FZnMotionGenerator::FaceToJsonV2(Clip, Order)
+									  : FZnMotionGenerator::FaceToJson(Clip);
+	}
+	else
+	{
+		Text = FZnMotionGenerator::ControlRigToJson(
+			FZnMotionGenerator::GenerateControlRig({Frames, Options.Seed, Options.bOvershoot}, Options.RigCurves));
+	}
+	if (!WriteFile(Options.Output, Text, Ctx))
+	{
+		return 1;
+	}
+	Print(Ctx.Out, "wrote %s: %s %s, %d frames, %zu bytes\n", Options.Output.c_str(), Options.Kind.c_str(),
+		Options.Kind == "rig" ? "curves" : Options.Format.c_str(), Frames, Text.size());
+	return 0;
 }
 } // namespace
 
-static ZnCommandRegistrar GenerateRegistrar(
-    "generate",
-    "Write a generated body, face or control-rig clip (30 fps) to a file",
-    [](CLI::App &Command, ZnCommandContext &Ctx) -> ZnCommandRun {
-      // Validators go through transform(): the engine's check() macro would
-      // swallow a call named check.
-      auto Options = std::make_shared<FZnGenerateOptions>();
-      Command
-          .add_option(
-              "--kind", Options->Kind,
-              "What to generate: body, face or rig (control-rig curves)")
-          ->transform(CLI::IsMember({"body", "face", "rig"}))
-          ->capture_default_str();
-      Command
-          .add_option("--format", Options->Format,
-                      "Body and face shape: v1 (the original files), v2 (one "
-                      "array of frame objects) or v2-frames (one "
-                      "file per frame in the OUTPUT folder); ignored for rig")
-          ->transform(CLI::IsMember({"v1", "v2", "v2-frames"}))
-          ->capture_default_str();
-      Command
-          .add_option("--seconds", Options->Seconds,
-                      "Length in seconds (30 frames each)")
-          ->capture_default_str();
-      Command
-          .add_option("--seed", Options->Seed,
-                      "Seed; the same seed gives the same clip")
-          ->capture_default_str();
-      Command
-          .add_option("-o,--output", Options->Output,
-                      "File to write (a folder for v2-frames)")
-          ->required();
-      Command.add_flag("--no-twist", Options->bNoTwist,
-                       "Body: leave out the fore-arm twist bones (52 bones)");
-      Command.add_flag("--no-fingers", Options->bNoFingers,
-                       "Body: leave out the 30 finger bones");
-      Command.add_flag("--overshoot", Options->bOvershoot,
-                       "Face: add a few weights below 0 and above 100 percent");
-      Command.add_flag(
-          "--shuffle", Options->bShuffle,
-          "v2: write the frames out of order (each keeps its own frameIndex)");
-      Command
-          .add_option("--rig-curves", Options->RigCurves,
-                      "Rig: number of curves (1 to 51)")
-          ->transform(CLI::Range(1, 51))
-          ->capture_default_str();
-      return [Options, &Ctx]() { return RunGenerate(*Options, Ctx); };
-    });
+static ZnCommandRegistrar GenerateRegistrar("generate",
+	"Write a generated body, face or control-rig clip (30 fps) to a file",
+	[](CLI::App& Command, ZnCommandContext& Ctx) -> ZnCommandRun
+	{
+		// Validators go through transform(): the engine's check() macro would
+		// swallow a call named check.
+		auto Options = std::make_shared<FZnGenerateOptions>();
+		Command.add_option("--kind", Options->Kind, "What to generate: body, face or rig (control-rig curves)")
+			->transform(CLI::IsMember({"body", "face", "rig"}))
+			->capture_default_str();
+		Command
+			.add_option("--format", Options->Format,
+				"Body and face shape: v1 (the original files), v2 (one "
+				"array of frame objects) or v2-frames (one "
+				"file per frame in the OUTPUT folder); ignored for rig")
+			->transform(CLI::IsMember({"v1", "v2", "v2-frames"}))
+			->capture_default_str();
+		Command.add_option("--seconds", Options->Seconds, "Length in seconds (30 frames each)")->capture_default_str();
+		Command.add_option("--seed", Options->Seed, "Seed; the same seed gives the same clip")->capture_default_str();
+		Command.add_option("-o,--output", Options->Output, "File to write (a folder for v2-frames)")->required();
+		Command.add_flag("--no-twist", Options->bNoTwist, "Body: leave out the fore-arm twist bones (52 bones)");
+		Command.add_flag("--no-fingers", Options->bNoFingers, "Body: leave out the 30 finger bones");
+		Command.add_flag("--overshoot", Options->bOvershoot, "Face: add a few weights below 0 and above 100 percent");
+		Command.add_flag(
+			"--shuffle", Options->bShuffle, "v2: write the frames out of order (each keeps its own frameIndex)");
+		Command.add_option("--rig-curves", Options->RigCurves, "Rig: number of curves (1 to 51)")
+			->transform(CLI::Range(1, 51))
+			->capture_default_str();
+		return [Options, &Ctx]() { return RunGenerate(*Options, Ctx); };
+	});

@@ -20,297 +20,326 @@
 #include <string>
 #include <vector>
 
-namespace {
+namespace
+{
 // printf-style formatting onto the command's streams (which tests may capture).
 template <typename... ArgTypes>
-void Print(std::ostream &Stream, const char *Format, ArgTypes... Args) {
-  char Buffer[512];
-  const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-  Stream.write(
-      Buffer,
-      Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
+void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
+{
+	char Buffer[512];
+	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
+	Stream.write(Buffer, Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
 }
 
-struct FZnSampleOptions {
-  std::string BodyFile;
-  std::string FaceFile;
-  std::string BodyFormat = "auto";
-  std::string FaceFormat = "auto";
-  std::vector<double> Times;
-  std::vector<std::string> Bones;
-  bool bJson = false;
+struct FZnSampleOptions
+{
+	std::string BodyFile;
+	std::string FaceFile;
+	std::string BodyFormat = "auto";
+	std::string FaceFormat = "auto";
+	std::vector<double> Times;
+	std::vector<std::string> Bones;
+	bool bJson = false;
 };
 
-bool ReadText(const std::string &Path, std::string &OutText) {
-  std::ifstream In(Path, std::ios::binary);
-  if (!In) {
-    return false;
-  }
-  OutText.assign(std::istreambuf_iterator<char>(In),
-                 std::istreambuf_iterator<char>());
-  return true;
+bool ReadText(const std::string& Path, std::string& OutText)
+{
+	std::ifstream In(Path, std::ios::binary);
+	if (!In)
+	{
+		return false;
+	}
+	OutText.assign(std::istreambuf_iterator<char>(In), std::istreambuf_iterator<char>());
+	return true;
 }
 
-FString ToFString(const std::string &Utf8) {
-  const FUTF8ToTCHAR Converted(Utf8.data(), static_cast<int32>(Utf8.size()));
-  return FString(Converted.Length(), Converted.Get());
+FString ToFString(const std::string& Utf8)
+{
+	const FUTF8ToTCHAR Converted(Utf8.data(), static_cast<int32>(Utf8.size()));
+	return FString(Converted.Length(), Converted.Get());
 }
 
-std::string ToUtf8(const FString &Text) {
-  const FTCHARToUTF8 Converted(*Text, Text.Len());
-  return std::string(Converted.Get(), static_cast<size_t>(Converted.Length()));
+std::string ToUtf8(const FString& Text)
+{
+	const FTCHARToUTF8 Converted(*Text, Text.Len());
+	return std::string(Converted.Get(), static_cast<size_t>(Converted.Length()));
 }
 
 // The first two structural characters tell the shapes apart: "{" a version 1
 // body or a control-rig object, "[[" a version 1 face, "[{" version 2 frames.
-std::string DetectFormat(const std::string &Text, bool bBody) {
-  size_t Index = Text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-  const auto NextSignificant = [&]() {
-    while (Index < Text.size() &&
-           (Text[Index] == ' ' || Text[Index] == '\t' || Text[Index] == '\r' ||
-            Text[Index] == '\n')) {
-      ++Index;
-    }
-    return Index < Text.size() ? Text[Index++] : '\0';
-  };
-  const char First = NextSignificant();
-  if (First == '{') {
-    return bBody ? "v1"
-                 : (Text.find("\"curve_names\"") != std::string::npos ? "rig"
-                                                                      : "v2");
-  }
-  if (First == '[') {
-    const char Second = NextSignificant();
-    return Second == '{' || bBody ? "v2" : "v1";
-  }
-  return "v1";
+std::string DetectFormat(const std::string& Text, bool bBody)
+{
+	size_t Index = Text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+	const auto NextSignificant = [&]()
+	{
+		while (Index < Text.size() &&
+			(Text[Index] == ' ' || Text[Index] == '\t' || Text[Index] == '\r' || Text[Index] == '\n'))
+		{
+			++Index;
+		}
+		return Index < Text.size() ? Text[Index++] : '\0';
+	};
+	const char First = NextSignificant();
+	if (First == '{')
+	{
+		return bBody ? "v1" : (Text.find("\"curve_names\"") != std::string::npos ? "rig" : "v2");
+	}
+	if (First == '[')
+	{
+		const char Second = NextSignificant();
+		return Second == '{' || bBody ? "v2" : "v1";
+	}
+	return "v1";
 }
 
-struct FZnSampledBody {
-  std::string Format;
-  FZnBodyData Data;
+struct FZnSampledBody
+{
+	std::string Format;
+	FZnBodyData Data;
 };
 
-struct FZnSampledFace {
-  std::string Format;
-  FZnFaceData Data;
-  std::vector<std::string> Names;
+struct FZnSampledFace
+{
+	std::string Format;
+	FZnFaceData Data;
+	std::vector<std::string> Names;
 };
 
-bool DecodeBody(const FZnSampleOptions &Options, FZnSampledBody &Out,
-                ZnCommandContext &Ctx) {
-  std::string Text;
-  if (!ReadText(Options.BodyFile, Text)) {
-    Print(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
-    return false;
-  }
-  Out.Format = Options.BodyFormat == "auto" ? DetectFormat(Text, true)
-                                            : Options.BodyFormat;
-  const FString Json = ToFString(Text);
-  float TotalTime = 0.0f;
-  if (Out.Format == "v2") {
-    TArray<FString> Bones;
-    const ZnHuman_Skeleton Skeleton;
-    if (Options.Bones.empty()) {
-      for (const FString &Bone : Skeleton.DMBodyBonesWithTwist) {
-        Bones.Add(Bone);
-      }
-      for (const FString &Bone : Skeleton.DMFingerBones) {
-        Bones.Add(Bone);
-      }
-    }
-    for (const std::string &Bone : Options.Bones) {
-      Bones.Add(ToFString(Bone));
-    }
-    UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(Json, Bones, Out.Data,
-                                                   TotalTime);
-  } else if (Out.Format == "recommend") {
-    UZnDM_BpFuncLib::ParseJsonToBodydataRecommend(Json, Out.Data, TotalTime);
-  } else {
-    UZnDM_BpFuncLib::ParseJsonToBodydata(Json, Out.Data);
-  }
-  if (Out.Data.BoneNames.Num() == 0) {
-    std::fprintf(stderr, "zn sample: no bones decoded from %s (format %s)\n",
-                 Options.BodyFile.c_str(), Out.Format.c_str());
-    return false;
-  }
-  return true;
+bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandContext& Ctx)
+{
+	std::string Text;
+	if (!ReadText(Options.BodyFile, Text))
+	{
+		Print(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
+		return false;
+	}
+	Out.Format = Options.BodyFormat == "auto" ? DetectFormat(Text, true) : Options.BodyFormat;
+	const FString Json = ToFString(Text);
+	float TotalTime = 0.0f;
+	if (Out.Format == "v2")
+	{
+		TArray<FString> Bones;
+		const ZnHuman_Skeleton Skeleton;
+		if (Options.Bones.empty())
+		{
+			for (const FString& Bone : Skeleton.DMBodyBonesWithTwist)
+			{
+				Bones.Add(Bone);
+			}
+			for (const FString& Bone : Skeleton.DMFingerBones)
+			{
+				Bones.Add(Bone);
+			}
+		}
+		for (const std::string& Bone : Options.Bones)
+		{
+			Bones.Add(ToFString(Bone));
+		}
+		UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(Json, Bones, Out.Data, TotalTime);
+	}
+	else if (Out.Format == "recommend")
+	{
+		UZnDM_BpFuncLib::ParseJsonToBodydataRecommend(Json, Out.Data, TotalTime);
+	}
+	else
+	{
+		UZnDM_BpFuncLib::ParseJsonToBodydata(Json, Out.Data);
+	}
+	if (Out.Data.BoneNames.Num() == 0)
+	{
+		std::fprintf(
+			stderr, "zn sample: no bones decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
+		return false;
+	}
+	return true;
 }
 
-bool DecodeFace(const FZnSampleOptions &Options, FZnSampledFace &Out,
-                ZnCommandContext &Ctx) {
-  std::string Text;
-  if (!ReadText(Options.FaceFile, Text)) {
-    Print(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
-    return false;
-  }
-  Out.Format = Options.FaceFormat == "auto" ? DetectFormat(Text, false)
-                                            : Options.FaceFormat;
-  const FString Json = ToFString(Text);
-  float TotalTime = 0.0f;
-  if (Out.Format == "v2") {
-    UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(Json, Out.Data, TotalTime);
-  } else if (Out.Format == "rig") {
-    UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(Json, Out.Data);
-  } else {
-    UZnDM_BpFuncLib::ParseJsonToFacedata(Json, Out.Data);
-  }
-  // Version 2 records carry no names; their channels are the face rig's in the
-  // usual order.
-  const ZnHuman_Skeleton Skeleton;
-  for (int32 Curve = 0; Curve < Out.Data.Curves.Num(); ++Curve) {
-    if (Curve < Out.Data.CurveNames.Num()) {
-      Out.Names.push_back(ToUtf8(Out.Data.CurveNames[Curve]));
-    } else if (Curve < Skeleton.FaceCurveNames.Num()) {
-      Out.Names.push_back(ToUtf8(Skeleton.FaceCurveNames[Curve]));
-    } else {
-      Out.Names.push_back("Channel" + std::to_string(Curve));
-    }
-  }
-  if (Out.Data.Curves.Num() == 0) {
-    std::fprintf(stderr, "zn sample: no curves decoded from %s (format %s)\n",
-                 Options.FaceFile.c_str(), Out.Format.c_str());
-    return false;
-  }
-  return true;
+bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandContext& Ctx)
+{
+	std::string Text;
+	if (!ReadText(Options.FaceFile, Text))
+	{
+		Print(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
+		return false;
+	}
+	Out.Format = Options.FaceFormat == "auto" ? DetectFormat(Text, false) : Options.FaceFormat;
+	const FString Json = ToFString(Text);
+	float TotalTime = 0.0f;
+	if (Out.Format == "v2")
+	{
+		UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(Json, Out.Data, TotalTime);
+	}
+	else if (Out.Format == "rig")
+	{
+		UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(Json, Out.Data);
+	}
+	else
+	{
+		UZnDM_BpFuncLib::ParseJsonToFacedata(Json, Out.Data);
+	}
+	// Version 2 records carry no names; their channels are the face rig's in the
+	// usual order.
+	const ZnHuman_Skeleton Skeleton;
+	for (int32 Curve = 0; Curve < Out.Data.Curves.Num(); ++Curve)
+	{
+		if (Curve < Out.Data.CurveNames.Num())
+		{
+			Out.Names.push_back(ToUtf8(Out.Data.CurveNames[Curve]));
+		}
+		else if (Curve < Skeleton.FaceCurveNames.Num())
+		{
+			Out.Names.push_back(ToUtf8(Skeleton.FaceCurveNames[Curve]));
+		}
+		else
+		{
+			Out.Names.push_back("Channel" + std::to_string(Curve));
+		}
+	}
+	if (Out.Data.Curves.Num() == 0)
+	{
+		std::fprintf(
+			stderr, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(), Out.Format.c_str());
+		return false;
+	}
+	return true;
 }
 
-nlohmann::json SampleAsJson(const FZnSampledBody *Body,
-                            const FZnSampledFace *Face, float Time) {
-  nlohmann::json Pose = nlohmann::json::object();
-  Pose["time"] = Time;
-  if (Body) {
-    const FVectorCurve &Root = Body->Data.RootPositionCurve;
-    Pose["root"] = {Root.FloatCurves[0].Eval(Time),
-                    Root.FloatCurves[1].Eval(Time),
-                    Root.FloatCurves[2].Eval(Time)};
-    nlohmann::json Bones = nlohmann::json::object();
-    for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() &&
-                         Bone < Body->Data.BoneCurves.Num();
-         ++Bone) {
-      const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
-      Bones[ToUtf8(Body->Data.BoneNames[Bone])] = {Q.X, Q.Y, Q.Z, Q.W};
-    }
-    Pose["bones"] = Bones;
-  }
-  if (Face) {
-    nlohmann::json Curves = nlohmann::json::object();
-    for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve) {
-      Curves[Face->Names[static_cast<size_t>(Curve)]] =
-          Face->Data.Curves[Curve].FloatCurve.Eval(Time);
-    }
-    Pose["face"] = Curves;
-  }
-  return Pose;
+nlohmann::json SampleAsJson(const FZnSampledBody* Body, const FZnSampledFace* Face, float Time)
+{
+	nlohmann::json Pose = nlohmann::json::object();
+	Pose["time"] = Time;
+	if (Body)
+	{
+		const FVectorCurve& Root = Body->Data.RootPositionCurve;
+		Pose["root"] = {Root.FloatCurves[0].Eval(Time), Root.FloatCurves[1].Eval(Time), Root.FloatCurves[2].Eval(Time)};
+		nlohmann::json Bones = nlohmann::json::object();
+		for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() && Bone < Body->Data.BoneCurves.Num(); ++Bone)
+		{
+			const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
+			Bones[ToUtf8(Body->Data.BoneNames[Bone])] = {Q.X, Q.Y, Q.Z, Q.W};
+		}
+		Pose["bones"] = Bones;
+	}
+	if (Face)
+	{
+		nlohmann::json Curves = nlohmann::json::object();
+		for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve)
+		{
+			Curves[Face->Names[static_cast<size_t>(Curve)]] = Face->Data.Curves[Curve].FloatCurve.Eval(Time);
+		}
+		Pose["face"] = Curves;
+	}
+	return Pose;
 }
 
-void PrintSample(const FZnSampledBody *Body, const FZnSampledFace *Face,
-                 float Time, ZnCommandContext &Ctx) {
-  Print(Ctx.Out, "time %.4f s\n", Time);
-  if (Body) {
-    const FVectorCurve &Root = Body->Data.RootPositionCurve;
-    Print(Ctx.Out, "  root position (cm)  %10.4f %10.4f %10.4f\n",
-          Root.FloatCurves[0].Eval(Time), Root.FloatCurves[1].Eval(Time),
-          Root.FloatCurves[2].Eval(Time));
-    Print(Ctx.Out, "  %-20s %10s %10s %10s %10s\n", "bone", "X", "Y", "Z", "W");
-    for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() &&
-                         Bone < Body->Data.BoneCurves.Num();
-         ++Bone) {
-      const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
-      Print(Ctx.Out, "  %-20s %10.6f %10.6f %10.6f %10.6f\n",
-            ToUtf8(Body->Data.BoneNames[Bone]).c_str(), Q.X, Q.Y, Q.Z, Q.W);
-    }
-  }
-  if (Face) {
-    Print(Ctx.Out, "  %-20s %10s\n", "face curve", "value");
-    for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve) {
-      Print(Ctx.Out, "  %-20s %10.6f\n",
-            Face->Names[static_cast<size_t>(Curve)].c_str(),
-            Face->Data.Curves[Curve].FloatCurve.Eval(Time));
-    }
-  }
+void PrintSample(const FZnSampledBody* Body, const FZnSampledFace* Face, float Time, ZnCommandContext& Ctx)
+{
+	Print(Ctx.Out, "time %.4f s\n", Time);
+	if (Body)
+	{
+		const FVectorCurve& Root = Body->Data.RootPositionCurve;
+		Print(Ctx.Out, "  root position (cm)  %10.4f %10.4f %10.4f\n", Root.FloatCurves[0].Eval(Time),
+			Root.FloatCurves[1].Eval(Time), Root.FloatCurves[2].Eval(Time));
+		Print(Ctx.Out, "  %-20s %10s %10s %10s %10s\n", "bone", "X", "Y", "Z", "W");
+		for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() && Bone < Body->Data.BoneCurves.Num(); ++Bone)
+		{
+			const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
+			Print(Ctx.Out, "  %-20s %10.6f %10.6f %10.6f %10.6f\n", ToUtf8(Body->Data.BoneNames[Bone]).c_str(), Q.X,
+				Q.Y, Q.Z, Q.W);
+		}
+	}
+	if (Face)
+	{
+		Print(Ctx.Out, "  %-20s %10s\n", "face curve", "value");
+		for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve)
+		{
+			Print(Ctx.Out, "  %-20s %10.6f\n", Face->Names[static_cast<size_t>(Curve)].c_str(),
+				Face->Data.Curves[Curve].FloatCurve.Eval(Time));
+		}
+	}
 }
 
-int RunSample(const FZnSampleOptions &Options, ZnCommandContext &Ctx) {
-  if (Options.BodyFile.empty() && Options.FaceFile.empty()) {
-    Print(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
-    return 2;
-  }
-  std::unique_ptr<FZnSampledBody> Body;
-  std::unique_ptr<FZnSampledFace> Face;
-  if (!Options.BodyFile.empty()) {
-    Body = std::make_unique<FZnSampledBody>();
-    if (!DecodeBody(Options, *Body, Ctx)) {
-      return 1;
-    }
-  }
-  if (!Options.FaceFile.empty()) {
-    Face = std::make_unique<FZnSampledFace>();
-    if (!DecodeFace(Options, *Face, Ctx)) {
-      return 1;
-    }
-  }
-  if (Options.bJson) {
-    nlohmann::json Samples = nlohmann::json::array();
-    for (double Time : Options.Times) {
-      Samples.push_back(
-          SampleAsJson(Body.get(), Face.get(), static_cast<float>(Time)));
-    }
-    Ctx.Out << Samples.dump(1, '\t') << "\n";
-    return 0;
-  }
-  if (Body) {
-    Print(Ctx.Out, "body %s: %s, %d bones, totalTime %g s\n",
-          Options.BodyFile.c_str(), Body->Format.c_str(),
-          Body->Data.BoneNames.Num(), Body->Data.totalTime);
-  }
-  if (Face) {
-    Print(Ctx.Out, "face %s: %s, %d curves, totalTime %g s\n",
-          Options.FaceFile.c_str(), Face->Format.c_str(),
-          Face->Data.Curves.Num(), Face->Data.totalTime);
-  }
-  for (double Time : Options.Times) {
-    PrintSample(Body.get(), Face.get(), static_cast<float>(Time), Ctx);
-  }
-  return 0;
+int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
+{
+	if (Options.BodyFile.empty() && Options.FaceFile.empty())
+	{
+		Print(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
+		return 2;
+	}
+	std::unique_ptr<FZnSampledBody> Body;
+	std::unique_ptr<FZnSampledFace> Face;
+	if (!Options.BodyFile.empty())
+	{
+		Body = std::make_unique<FZnSampledBody>();
+		if (!DecodeBody(Options, *Body, Ctx))
+		{
+			return 1;
+		}
+	}
+	if (!Options.FaceFile.empty())
+	{
+		Face = std::make_unique<FZnSampledFace>();
+		if (!DecodeFace(Options, *Face, Ctx))
+		{
+			return 1;
+		}
+	}
+	if (Options.bJson)
+	{
+		nlohmann::json Samples = nlohmann::json::array();
+		for (double Time : Options.Times)
+		{
+			Samples.push_back(SampleAsJson(Body.get(), Face.get(), static_cast<float>(Time)));
+		}
+		Ctx.Out << Samples.dump(1, '\t') << "\n";
+		return 0;
+	}
+	if (Body)
+	{
+		Print(Ctx.Out, "body %s: %s, %d bones, totalTime %g s\n", Options.BodyFile.c_str(), Body->Format.c_str(),
+			Body->Data.BoneNames.Num(), Body->Data.totalTime);
+	}
+	if (Face)
+	{
+		Print(Ctx.Out, "face %s: %s, %d curves, totalTime %g s\n", Options.FaceFile.c_str(), Face->Format.c_str(),
+			Face->Data.Curves.Num(), Face->Data.totalTime);
+	}
+	for (double Time : Options.Times)
+	{
+		PrintSample(Body.get(), Face.get(), static_cast<float>(Time), Ctx);
+	}
+	return 0;
 }
 } // namespace
 
-static ZnCommandRegistrar SampleRegistrar(
-    "sample",
-    "Decode a body and/or face file and print the pose (bone rotations, root "
-    "position, face curves) at given times",
-    [](CLI::App &Command, ZnCommandContext &Ctx) -> ZnCommandRun {
-      // Validators go through transform(): the engine's check() macro would
-      // swallow a call named check.
-      auto Options = std::make_shared<FZnSampleOptions>();
-      Command
-          .add_option("--body", Options->BodyFile, "Body animation JSON file")
-          ->transform(CLI::ExistingFile);
-      Command
-          .add_option("--face", Options->FaceFile, "Face animation JSON file")
-          ->transform(CLI::ExistingFile);
-      Command
-          .add_option("--body-format", Options->BodyFormat,
-                      "auto, v1 (ParseJsonToBodydata), recommend "
-                      "(ParseJsonToBodydataRecommend) or v2 (frame array)")
-          ->transform(CLI::IsMember({"auto", "v1", "recommend", "v2"}))
-          ->capture_default_str();
-      Command
-          .add_option("--face-format", Options->FaceFormat,
-                      "auto, v1 (array of frames), v2 (frame objects) or rig "
-                      "(control-rig curves)")
-          ->transform(CLI::IsMember({"auto", "v1", "v2", "rig"}))
-          ->capture_default_str();
-      Command
-          .add_option("-t,--time", Options->Times,
-                      "Time in seconds; repeat for several")
-          ->required();
-      Command
-          .add_option("--bones", Options->Bones,
-                      "v2 body: the bones to read (default: the service's 24 "
-                      "body and 30 finger bones)")
-          ->delimiter(',');
-      Command.add_flag("--json", Options->bJson, "Print the samples as JSON");
-      return [Options, &Ctx]() { return RunSample(*Options, Ctx); };
-    });
+static ZnCommandRegistrar SampleRegistrar("sample",
+	"Decode a body and/or face file and print the pose (bone rotations, root "
+	"position, face curves) at given times",
+	[](CLI::App& Command, ZnCommandContext& Ctx) -> ZnCommandRun
+	{
+		// Validators go through transform(): the engine's check() macro would
+		// swallow a call named check.
+		auto Options = std::make_shared<FZnSampleOptions>();
+		Command.add_option("--body", Options->BodyFile, "Body animation JSON file")->transform(CLI::ExistingFile);
+		Command.add_option("--face", Options->FaceFile, "Face animation JSON file")->transform(CLI::ExistingFile);
+		Command
+			.add_option("--body-format", Options->BodyFormat,
+				"auto, v1 (ParseJsonToBodydata), recommend "
+				"(ParseJsonToBodydataRecommend) or v2 (frame array)")
+			->transform(CLI::IsMember({"auto", "v1", "recommend", "v2"}))
+			->capture_default_str();
+		Command
+			.add_option("--face-format", Options->FaceFormat,
+				"auto, v1 (array of frames), v2 (frame objects) or rig "
+				"(control-rig curves)")
+			->transform(CLI::IsMember({"auto", "v1", "v2", "rig"}))
+			->capture_default_str();
+		Command.add_option("-t,--time", Options->Times, "Time in seconds; repeat for several")->required();
+		Command
+			.add_option("--bones", Options->Bones,
+				"v2 body: the bones to read (default: the service's 24 "
+				"body and 30 finger bones)")
+			->delimiter(',');
+		Command.add_flag("--json", Options->bJson, "Print the samples as JSON");
+		return [Options, &Ctx]() { return RunSample(*Options, Ctx); };
+	});

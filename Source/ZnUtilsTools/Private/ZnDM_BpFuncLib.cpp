@@ -36,7 +36,8 @@ void UZnDM_BpFuncLib::EndParseJsonToBodydataV2(FZnBodyData& outBodyData, float& 
 	FZnBodyDataV2Decoder::GetStream().Assemble(outBodyData, outTotalTime);
 }
 
-void UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime)
+void UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(
+	const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime)
 {
 	FZnBodyDataV2Decoder::DecodeResponse(jsonStr, SkeletonNoHand, outBodyData, outTotalTime);
 }
@@ -70,7 +71,8 @@ void UZnDM_BpFuncLib::EndParseJsonToFacedataV2(FZnFaceData& outBodyData, float& 
 	FZnFaceDataV2Decoder::GetStream().Assemble(outBodyData, outTotalTime);
 }
 
-void UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(const FString& jsonStr, FZnFaceData& outBodyData, float& outTotalTime)
+void UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(
+	const FString& jsonStr, FZnFaceData& outBodyData, float& outTotalTime)
 {
 	FZnFaceDataV2Decoder::DecodeResponse(jsonStr, outBodyData, outTotalTime);
 }
@@ -196,8 +198,9 @@ void UZnDM_BpFuncLib::PrintTraceStack(int32 Depth)
 	const TArray<FProgramCounterSymbolInfo> stack = FPlatformStackWalk::GetStack(1, Depth);
 	for (const FProgramCounterSymbolInfo& frame : stack)
 	{
-		stackInfo += TEXT("\r\n\t") + FString::Printf(TEXT("%s (%s Line:%d"), UTF8_TO_TCHAR(frame.FunctionName),
-										 UTF8_TO_TCHAR(frame.Filename), frame.LineNumber);
+		stackInfo += TEXT("\r\n\t") +
+			FString::Printf(TEXT("%s (%s Line:%d"), UTF8_TO_TCHAR(frame.FunctionName), UTF8_TO_TCHAR(frame.Filename),
+				frame.LineNumber);
 	}
 	UE_LOG(LogTemp, Warning, TEXT("%s"), *stackInfo);
 }
@@ -221,7 +224,8 @@ FString UZnDM_BpFuncLib::CombinePath(FString dir, FString fileName)
 	return FPaths::Combine(dir, fileName);
 }
 
-void UZnDM_BpFuncLib::SplitFilePath(const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName)
+void UZnDM_BpFuncLib::SplitFilePath(
+	const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName)
 {
 	FPaths::Split(inFilePath, outDir, outFileName, outExtensionName);
 }

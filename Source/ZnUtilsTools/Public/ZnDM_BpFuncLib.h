@@ -118,7 +118,8 @@ public:
 	static void ParseJsonToBodydata(const FString& jsonStr, FZnBodyData& bodyData);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
-	static void ParseJsonToBodydataRecommend(const FString& jsonStr, UPARAM(ref) FZnBodyData& bodyData, float& totalTime);
+	static void ParseJsonToBodydataRecommend(
+		const FString& jsonStr, UPARAM(ref) FZnBodyData& bodyData, float& totalTime);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
 	static void BeginParseJsonToBodydataV2();
@@ -130,13 +131,15 @@ public:
 	static void EndParseJsonToBodydataV2(FZnBodyData& outBodyData, float& outTotalTime);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
-	static void ParseJsonToBodydataV2Response(const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime);
+	static void ParseJsonToBodydataV2Response(
+		const FString& jsonStr, TArray<FString> SkeletonNoHand, FZnBodyData& outBodyData, float& outTotalTime);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
 	static void ParseJsonToFacedata(const FString& jsonStr, FZnFaceData& faceData);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
-	static void ParseJsonToFacedataRecommend(const FString& jsonStr, UPARAM(ref) FZnFaceData& faceData, float& totalTime);
+	static void ParseJsonToFacedataRecommend(
+		const FString& jsonStr, UPARAM(ref) FZnFaceData& faceData, float& totalTime);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
 	static void BeginParseJsonToFacedataV2();
@@ -190,8 +193,8 @@ public:
 		const FString& gender, const FString& requestId);
 
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
-	static FString TTS_ParamsToJson(FString text, FString voiceName, FString speed, FString volume, FString pitch,
-		FString gender, int32 tag);
+	static FString TTS_ParamsToJson(
+		FString text, FString voiceName, FString speed, FString volume, FString pitch, FString gender, int32 tag);
 
 	//static bool ParseJsonTmp(FString jsonStr, FString& audioUrl, FString& faceUrl, FString& bodyUrl, FString& text);
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools|Tmp")
@@ -245,7 +248,8 @@ public:
 
 	//~ Directory (no trailing "/"), base name and extension (no point) of inFilePath.
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
-	static void SplitFilePath(const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName);
+	static void SplitFilePath(
+		const FString& inFilePath, FString& outDir, FString& outFileName, FString& outExtensionName);
 
 	//~ True when a file (not a directory) exists at filePath.
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")

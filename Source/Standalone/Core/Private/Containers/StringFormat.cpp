@@ -24,25 +24,25 @@ void AppendPadding(FString& Out, int32 Count)
 // engine's (the engine defers to the platform's printf for numbers as well).
 template <typename T>
 void AppendNumber(
-	FString& Out, const char* Spec, bool bStar, int32 StarWidth, bool bStarPrecision, int32 StarPrecision, T Value)
+	FString& Out, const char* Directive, bool bStar, int32 StarWidth, bool bStarPrecision, int32 StarPrecision, T Value)
 {
 	char Small[128];
 	int Needed;
 	if (bStar && bStarPrecision)
 	{
-		Needed = std::snprintf(Small, sizeof(Small), Spec, StarWidth, StarPrecision, Value);
+		Needed = std::snprintf(Small, sizeof(Small), Directive, StarWidth, StarPrecision, Value);
 	}
 	else if (bStar)
 	{
-		Needed = std::snprintf(Small, sizeof(Small), Spec, StarWidth, Value);
+		Needed = std::snprintf(Small, sizeof(Small), Directive, StarWidth, Value);
 	}
 	else if (bStarPrecision)
 	{
-		Needed = std::snprintf(Small, sizeof(Small), Spec, StarPrecision, Value);
+		Needed = std::snprintf(Small, sizeof(Small), Directive, StarPrecision, Value);
 	}
 	else
 	{
-		Needed = std::snprintf(Small, sizeof(Small), Spec, Value);
+		Needed = std::snprintf(Small, sizeof(Small), Directive, Value);
 	}
 	if (Needed < 0)
 	{
@@ -58,19 +58,19 @@ void AppendNumber(
 	Big.SetNumUninitialized(Needed + 1);
 	if (bStar && bStarPrecision)
 	{
-		std::snprintf(Big.GetData(), Big.Num(), Spec, StarWidth, StarPrecision, Value);
+		std::snprintf(Big.GetData(), Big.Num(), Directive, StarWidth, StarPrecision, Value);
 	}
 	else if (bStar)
 	{
-		std::snprintf(Big.GetData(), Big.Num(), Spec, StarWidth, Value);
+		std::snprintf(Big.GetData(), Big.Num(), Directive, StarWidth, Value);
 	}
 	else if (bStarPrecision)
 	{
-		std::snprintf(Big.GetData(), Big.Num(), Spec, StarPrecision, Value);
+		std::snprintf(Big.GetData(), Big.Num(), Directive, StarPrecision, Value);
 	}
 	else
 	{
-		std::snprintf(Big.GetData(), Big.Num(), Spec, Value);
+		std::snprintf(Big.GetData(), Big.Num(), Directive, Value);
 	}
 	AppendAscii(Out, Big.GetData(), Needed);
 }
@@ -110,18 +110,18 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 			continue;
 		}
 
-		// Build a narrow copy of the conversion spec: flags, width, precision, length, type.
-		char Spec[64];
-		int32 SpecLen = 0;
-		Spec[SpecLen++] = '%';
+		// Build a narrow copy of the directive: flags, width, precision, length, type.
+		char Directive[64];
+		int32 DirectiveLen = 0;
+		Directive[DirectiveLen++] = '%';
 		bool bLeftJustify = false;
 		while (*Cursor == TEXT('-') || *Cursor == TEXT('+') || *Cursor == TEXT(' ') || *Cursor == TEXT('#') ||
 			*Cursor == TEXT('0'))
 		{
 			bLeftJustify |= *Cursor == TEXT('-');
-			if (SpecLen < 40)
+			if (DirectiveLen < 40)
 			{
-				Spec[SpecLen++] = char(*Cursor);
+				Directive[DirectiveLen++] = char(*Cursor);
 			}
 			++Cursor;
 		}
@@ -131,7 +131,7 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 		{
 			bStarWidth = true;
 			Width = va_arg(Args, int);
-			Spec[SpecLen++] = '*';
+			Directive[DirectiveLen++] = '*';
 			++Cursor;
 		}
 		else
@@ -139,9 +139,9 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 			while (FChar::IsDigit(*Cursor))
 			{
 				Width = Width < 100000 ? Width * 10 + (*Cursor - TEXT('0')) : Width;
-				if (SpecLen < 48)
+				if (DirectiveLen < 48)
 				{
-					Spec[SpecLen++] = char(*Cursor);
+					Directive[DirectiveLen++] = char(*Cursor);
 				}
 				++Cursor;
 			}
@@ -152,13 +152,13 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 		if (*Cursor == TEXT('.'))
 		{
 			bHasPrecision = true;
-			Spec[SpecLen++] = '.';
+			Directive[DirectiveLen++] = '.';
 			++Cursor;
 			if (*Cursor == TEXT('*'))
 			{
 				bStarPrecision = true;
 				Precision = va_arg(Args, int);
-				Spec[SpecLen++] = '*';
+				Directive[DirectiveLen++] = '*';
 				++Cursor;
 			}
 			else
@@ -166,9 +166,9 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 				while (FChar::IsDigit(*Cursor))
 				{
 					Precision = Precision < 100000 ? Precision * 10 + (*Cursor - TEXT('0')) : Precision;
-					if (SpecLen < 56)
+					if (DirectiveLen < 56)
 					{
-						Spec[SpecLen++] = char(*Cursor);
+						Directive[DirectiveLen++] = char(*Cursor);
 					}
 					++Cursor;
 				}
@@ -214,10 +214,10 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 		{
 			for (const char* L = Length; *L; ++L)
 			{
-				Spec[SpecLen++] = *L;
+				Directive[DirectiveLen++] = *L;
 			}
-			Spec[SpecLen++] = Conversion;
-			Spec[SpecLen] = 0;
+			Directive[DirectiveLen++] = Conversion;
+			Directive[DirectiveLen] = 0;
 		};
 
 		switch (Type)
@@ -227,11 +227,11 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 				Finish(char(Type), b64 ? "ll" : "");
 				if (b64)
 				{
-					AppendNumber(Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, long long));
+					AppendNumber(Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, long long));
 				}
 				else
 				{
-					AppendNumber(Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, int));
+					AppendNumber(Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, int));
 				}
 				++Cursor;
 				break;
@@ -243,11 +243,12 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 				if (b64)
 				{
 					AppendNumber(
-						Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, unsigned long long));
+						Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, unsigned long long));
 				}
 				else
 				{
-					AppendNumber(Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, unsigned int));
+					AppendNumber(
+						Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, unsigned int));
 				}
 				++Cursor;
 				break;
@@ -260,12 +261,12 @@ void AppendFormatV(FString& Out, const TCHAR* Fmt, va_list InArgs)
 			case TEXT('a'):
 			case TEXT('A'):
 				Finish(char(Type), "");
-				AppendNumber(Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, double));
+				AppendNumber(Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, double));
 				++Cursor;
 				break;
 			case TEXT('p'):
 				Finish('p', "");
-				AppendNumber(Out, Spec, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, void*));
+				AppendNumber(Out, Directive, bStarWidth, Width, bStarPrecision, Precision, va_arg(Args, void*));
 				++Cursor;
 				break;
 			case TEXT('c'):

@@ -9,13 +9,13 @@ namespace ZnStandalone
 [[noreturn]] void AssertFailed(const char* Expression, const char* File, int Line, const char* Message = nullptr);
 }
 
-#define check(expr)                                                                                                    \
-	do                                                                                                                 \
-	{                                                                                                                  \
-		if (UNLIKELY(!(expr)))                                                                                         \
-		{                                                                                                              \
-			::ZnStandalone::AssertFailed(#expr, __FILE__, __LINE__);                                                   \
-		}                                                                                                              \
+#define check(expr)                                                  \
+	do                                                               \
+	{                                                                \
+		if (UNLIKELY(!(expr)))                                       \
+		{                                                            \
+			::ZnStandalone::AssertFailed(#expr, __FILE__, __LINE__); \
+		}                                                            \
 	} while (0)
 
 #define checkf(expr, ...) check(expr)
