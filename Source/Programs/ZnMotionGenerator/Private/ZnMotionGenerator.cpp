@@ -238,6 +238,38 @@ std::vector<int32> NaturalOrderIfEmpty(const std::vector<int32>& Order, int32 Co
 	return Natural;
 }
 
+// Numbers separated by commas, without the brackets (the callers own those).
+void AppendNumberList(std::string& Out, const std::vector<double>& Values)
+{
+	for (size_t Index = 0; Index < Values.size(); ++Index)
+	{
+		if (Index != 0)
+		{
+			Out += ',';
+		}
+		FZnMotionGenerator::AppendNumber(Out, Values[Index]);
+	}
+}
+
+// The one-text shape of a V2 clip: every frame's own text, joined into one array in the given order.
+template <typename FFrameToJson>
+std::string JoinFramesAsArray(const std::vector<int32>& FrameOrder, int32 FrameCount, FFrameToJson&& FrameToJson)
+{
+	std::string Out = "[";
+	bool bFirst = true;
+	for (int32 Frame : NaturalOrderIfEmpty(FrameOrder, FrameCount))
+	{
+		if (!bFirst)
+		{
+			Out += ',';
+		}
+		bFirst = false;
+		Out += FrameToJson(Frame);
+	}
+	Out += ']';
+	return Out;
+}
+
 // Speech-like activity: syllables at about 4 per second inside phrases of 1.5 to 4 seconds with pauses.
 struct FZnSpeech
 {
@@ -627,19 +659,8 @@ std::string FZnMotionGenerator::BodyFrameToJsonV2(const FZnGenBodyClip& Clip, in
 
 std::string FZnMotionGenerator::BodyToJsonV2(const FZnGenBodyClip& Clip, const std::vector<int32>& FrameOrder)
 {
-	std::string Out = "[";
-	bool bFirst = true;
-	for (int32 Frame : NaturalOrderIfEmpty(FrameOrder, Clip.FrameCount()))
-	{
-		if (!bFirst)
-		{
-			Out += ',';
-		}
-		bFirst = false;
-		Out += BodyFrameToJsonV2(Clip, Frame);
-	}
-	Out += ']';
-	return Out;
+	return JoinFramesAsArray(
+		FrameOrder, Clip.FrameCount(), [&Clip](int32 Frame) { return BodyFrameToJsonV2(Clip, Frame); });
 }
 
 std::string FZnMotionGenerator::FaceToJson(const FZnGenFaceClip& Clip)
@@ -650,15 +671,7 @@ std::string FZnMotionGenerator::FaceToJson(const FZnGenFaceClip& Clip)
 	for (size_t Frame = 0; Frame < Clip.Weights.size(); ++Frame)
 	{
 		Out += Frame == 0 ? "[" : ",[";
-		const std::vector<double>& Row = Clip.Weights[Frame];
-		for (size_t Channel = 0; Channel < Row.size(); ++Channel)
-		{
-			if (Channel != 0)
-			{
-				Out += ',';
-			}
-			AppendNumber(Out, Row[Channel]);
-		}
+		AppendNumberList(Out, Clip.Weights[Frame]);
 		Out += ']';
 	}
 	Out += ']';
@@ -670,34 +683,15 @@ std::string FZnMotionGenerator::FaceFrameToJsonV2(const FZnGenFaceClip& Clip, in
 	std::string Out = "{\"frameIndex\":";
 	AppendInt(Out, static_cast<int64>(Frame) + 1);
 	Out += ",\"bs\":[";
-	const std::vector<double>& Row = Clip.Weights[static_cast<size_t>(Frame)];
-	for (size_t Channel = 0; Channel < Row.size(); ++Channel)
-	{
-		if (Channel != 0)
-		{
-			Out += ',';
-		}
-		AppendNumber(Out, Row[Channel]);
-	}
+	AppendNumberList(Out, Clip.Weights[static_cast<size_t>(Frame)]);
 	Out += "]}";
 	return Out;
 }
 
 std::string FZnMotionGenerator::FaceToJsonV2(const FZnGenFaceClip& Clip, const std::vector<int32>& FrameOrder)
 {
-	std::string Out = "[";
-	bool bFirst = true;
-	for (int32 Frame : NaturalOrderIfEmpty(FrameOrder, Clip.FrameCount()))
-	{
-		if (!bFirst)
-		{
-			Out += ',';
-		}
-		bFirst = false;
-		Out += FaceFrameToJsonV2(Clip, Frame);
-	}
-	Out += ']';
-	return Out;
+	return JoinFramesAsArray(
+		FrameOrder, Clip.FrameCount(), [&Clip](int32 Frame) { return FaceFrameToJsonV2(Clip, Frame); });
 }
 
 std::string FZnMotionGenerator::ControlRigToJson(const FZnGenControlRigClip& Clip)
@@ -715,15 +709,7 @@ std::string FZnMotionGenerator::ControlRigToJson(const FZnGenControlRigClip& Cli
 	for (size_t Frame = 0; Frame < Clip.Values.size(); ++Frame)
 	{
 		Out += Frame == 0 ? "[" : ",[";
-		const std::vector<double>& Row = Clip.Values[Frame];
-		for (size_t Curve = 0; Curve < Row.size(); ++Curve)
-		{
-			if (Curve != 0)
-			{
-				Out += ',';
-			}
-			AppendNumber(Out, Row[Curve]);
-		}
+		AppendNumberList(Out, Clip.Values[Frame]);
 		Out += ']';
 	}
 	Out += "]}";
