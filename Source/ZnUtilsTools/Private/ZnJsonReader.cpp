@@ -568,7 +568,7 @@ FZnJsonReader::~FZnJsonReader()
 	}
 }
 
-bool FZnJsonReader::Parse(const FString& Text)
+bool FZnJsonReader::LoadText(const FString& Text, size_t& OutLength)
 {
 	Root = FZnJsonValue();
 	const TCHAR* Chars = *Text;
@@ -583,11 +583,11 @@ bool FZnJsonReader::Parse(const FString& Text)
 	{
 		return false;
 	}
-	const size_t Utf8Length = Scratch->ConvertText(Chars, Length);
-	return ParseBuffer(Utf8Length);
+	OutLength = Scratch->ConvertText(Chars, Length);
+	return true;
 }
 
-bool FZnJsonReader::ParseUtf8(const char* Utf8, int64 Length)
+bool FZnJsonReader::LoadUtf8(const char* Utf8, int64 Length, size_t& OutLength)
 {
 	Root = FZnJsonValue();
 	if (Utf8 == nullptr || Length <= 0)
@@ -601,7 +601,20 @@ bool FZnJsonReader::ParseUtf8(const char* Utf8, int64 Length)
 	}
 	char* Buffer = Scratch->Reserve(size_t(Length));
 	std::memcpy(Buffer, Utf8, size_t(Length));
-	return ParseBuffer(size_t(Length));
+	OutLength = size_t(Length);
+	return true;
+}
+
+bool FZnJsonReader::Parse(const FString& Text)
+{
+	size_t Length = 0;
+	return LoadText(Text, Length) && ParseBuffer(Length);
+}
+
+bool FZnJsonReader::ParseUtf8(const char* Utf8, int64 Length)
+{
+	size_t Utf8Length = 0;
+	return LoadUtf8(Utf8, Length, Utf8Length) && ParseBuffer(Utf8Length);
 }
 
 bool FZnJsonReader::ParseBuffer(size_t Length)
@@ -620,37 +633,14 @@ bool FZnJsonReader::ParseBuffer(size_t Length)
 
 bool FZnJsonReader::Iterate(const FString& Text, simdjson::ondemand::document*& OutDocument)
 {
-	Root = FZnJsonValue();
-	const TCHAR* Chars = *Text;
-	size_t Length = size_t(Text.Len());
-	if (Length > 0 && Chars[0] == TCHAR(0xFEFF))
-	{
-		++Chars;
-		--Length;
-	}
-	if (Length == 0)
-	{
-		return false;
-	}
-	const size_t Utf8Length = Scratch->ConvertText(Chars, Length);
-	return IterateBuffer(Utf8Length, OutDocument);
+	size_t Length = 0;
+	return LoadText(Text, Length) && IterateBuffer(Length, OutDocument);
 }
 
 bool FZnJsonReader::IterateUtf8(const char* Utf8, int64 Length, simdjson::ondemand::document*& OutDocument)
 {
-	Root = FZnJsonValue();
-	if (Utf8 == nullptr || Length <= 0)
-	{
-		return false;
-	}
-	if (Length >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
-	{
-		Utf8 += 3;
-		Length -= 3;
-	}
-	char* Buffer = Scratch->Reserve(size_t(Length));
-	std::memcpy(Buffer, Utf8, size_t(Length));
-	return IterateBuffer(size_t(Length), OutDocument);
+	size_t Utf8Length = 0;
+	return LoadUtf8(Utf8, Length, Utf8Length) && IterateBuffer(Utf8Length, OutDocument);
 }
 
 bool FZnJsonReader::IterateBuffer(size_t Length, simdjson::ondemand::document*& OutDocument)

@@ -478,6 +478,9 @@ public:
 	bool IterateUtf8(const char* Utf8, int64 Length, simdjson::ondemand::document*& OutDocument);
 
 private:
+	// Puts the text, without a byte-order mark, into the padded buffer as UTF-8; false when nothing is left.
+	bool LoadText(const FString& Text, size_t& OutLength);
+	bool LoadUtf8(const char* Utf8, int64 Length, size_t& OutLength);
 	bool ParseBuffer(size_t Length);
 	bool IterateBuffer(size_t Length, simdjson::ondemand::document*& OutDocument);
 
