@@ -5,6 +5,7 @@
 #include "ZnMotionGenerator.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -17,12 +18,25 @@
 namespace
 {
 // printf-style formatting onto the command's streams (which tests may capture).
+// Long paths are printed whole: a line that does not fit the buffer is formatted
+// again into one of its own size.
 template <typename... ArgTypes>
 void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
 {
 	char Buffer[512];
 	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-	Stream.write(Buffer, Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
+	if (Length < 0)
+	{
+		return;
+	}
+	if (static_cast<size_t>(Length) < sizeof(Buffer))
+	{
+		Stream.write(Buffer, Length);
+		return;
+	}
+	std::string Long(static_cast<size_t>(Length) + 1, '\0');
+	std::snprintf(Long.data(), Long.size(), Format, Args...);
+	Stream.write(Long.data(), Length);
 }
 
 struct FZnGenerateOptions
@@ -52,6 +66,27 @@ bool WriteFile(const std::filesystem::path& Path, const std::string& Text, ZnCom
 	return true;
 }
 
+// Whether Name is "frame_<digits>.json" with a frame number above Frames.
+bool IsFrameFileBeyond(const std::string& Name, int32 Frames)
+{
+	static constexpr size_t PrefixLength = 6; // "frame_"
+	static constexpr size_t SuffixLength = 5; // ".json"
+	if (Name.size() <= PrefixLength + SuffixLength || Name.compare(0, PrefixLength, "frame_") != 0 ||
+		Name.compare(Name.size() - SuffixLength, SuffixLength, ".json") != 0)
+	{
+		return false;
+	}
+	const char* const First = Name.data() + PrefixLength;
+	const char* const Last = Name.data() + Name.size() - SuffixLength;
+	if (!std::all_of(First, Last, [](char C) { return C >= '0' && C <= '9'; }))
+	{
+		return false;
+	}
+	uint64 Number = 0;
+	const auto Parsed = std::from_chars(First, Last, Number);
+	return Parsed.ec == std::errc::result_out_of_range || Number > static_cast<uint64>(Frames);
+}
+
 // One file per frame, named after the frame number (1-based, like the texts'
 // frameIndex).
 template <typename ClipType>
@@ -74,6 +109,21 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 		{
 			return 1;
 		}
+	}
+	// Frames of an earlier, longer clip in the same folder would be read as part of this one;
+	// files that are not frames are left alone.
+	std::vector<std::filesystem::path> Stale;
+	for (std::filesystem::directory_iterator It(Folder, Error), End; !Error && It != End; It.increment(Error))
+	{
+		if (IsFrameFileBeyond(It->path().filename().string(), Frames))
+		{
+			Stale.push_back(It->path());
+		}
+	}
+	for (const std::filesystem::path& Path : Stale)
+	{
+		std::error_code Ignored;
+		std::filesystem::remove(Path, Ignored);
 	}
 	Print(Ctx.Out, "wrote %d frame files to %s\n", Frames, Folder.string().c_str());
 	return 0;
@@ -144,7 +194,26 @@ static ZnCommandRegistrar GenerateRegistrar("generate",
 			->transform(CLI::IsMember({"v1", "v2", "v2-frames"}))
 			->capture_default_str();
 		Command.add_option("--seconds", Options->Seconds, "Length in seconds (30 frames each)")->capture_default_str();
-		Command.add_option("--seed", Options->Seed, "Seed; the same seed gives the same clip")->capture_default_str();
+		// Plain decimal only: the number parser would otherwise read "-1" and anything past 2^64-1
+		// as 2^64-1, and "010" as octal, so a different seed would quietly give another seed's clip.
+		Command.add_option("--seed", Options->Seed, "Seed; the same seed gives the same clip")
+			->transform(CLI::Validator(
+				[](std::string& Text)
+				{
+					uint64 Value = 0;
+					const char* const End = Text.data() + Text.size();
+					const auto Parsed = std::from_chars(Text.data(), End, Value);
+					const bool bDigitsOnly = !Text.empty() &&
+						std::all_of(Text.begin(), Text.end(), [](char C) { return C >= '0' && C <= '9'; });
+					if (!bDigitsOnly || Parsed.ec != std::errc() || Parsed.ptr != End)
+					{
+						return "must be a whole decimal number from 0 to 18446744073709551615, not '" + Text + "'";
+					}
+					Text = std::to_string(Value);
+					return std::string();
+				},
+				"UINT"))
+			->capture_default_str();
 		Command.add_option("-o,--output", Options->Output, "File to write (a folder for v2-frames)")->required();
 		Command.add_flag("--no-twist", Options->bNoTwist, "Body: leave out the fore-arm twist bones (52 bones)");
 		Command.add_flag("--no-fingers", Options->bNoFingers, "Body: leave out the 30 finger bones");
