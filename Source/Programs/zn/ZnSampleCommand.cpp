@@ -11,9 +11,12 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <ostream>
 #include <sstream>
@@ -23,12 +26,25 @@
 namespace
 {
 // printf-style formatting onto the command's streams (which tests may capture).
+// Long bone names and paths are printed whole: a line that does not fit the buffer is formatted
+// again into one of its own size.
 template <typename... ArgTypes>
 void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
 {
 	char Buffer[512];
 	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-	Stream.write(Buffer, Length < 0 ? 0 : std::min<std::streamsize>(Length, sizeof(Buffer) - 1));
+	if (Length < 0)
+	{
+		return;
+	}
+	if (static_cast<size_t>(Length) < sizeof(Buffer))
+	{
+		Stream.write(Buffer, Length);
+		return;
+	}
+	std::string Long(static_cast<size_t>(Length) + 1, '\0');
+	std::snprintf(Long.data(), Long.size(), Format, Args...);
+	Stream.write(Long.data(), Length);
 }
 
 struct FZnSampleOptions
@@ -96,6 +112,8 @@ struct FZnSampledBody
 {
 	std::string Format;
 	FZnBodyData Data;
+	// The bones to print (indices into Data), in the order --bones names them or else all of them.
+	std::vector<int32> Printed;
 };
 
 struct FZnSampledFace
@@ -104,6 +122,45 @@ struct FZnSampledFace
 	FZnFaceData Data;
 	std::vector<std::string> Names;
 };
+
+bool SameBoneName(const std::string& A, const std::string& B)
+{
+	// Bone names compare without regard to case, as the frame decoder compares them.
+	return A.size() == B.size() &&
+		std::equal(A.begin(), A.end(), B.begin(),
+			[](char X, char Y)
+			{
+				const auto Lower = [](char C) { return C >= 'A' && C <= 'Z' ? char(C - 'A' + 'a') : C; };
+				return Lower(X) == Lower(Y);
+			});
+}
+
+// The bones a frame array carries, from the first frame with a "rot" object, in the file's
+// order. The frame decoder skips every frame that lacks one of the bones it is asked for, so
+// asking for a fixed list would lose whole clips made without twist or finger bones. Empty when
+// the text is not such an array.
+std::vector<std::string> FrameArrayBoneNames(const std::string& Text)
+{
+	std::vector<std::string> Names;
+	const nlohmann::ordered_json Frames = nlohmann::ordered_json::parse(Text, nullptr, false);
+	if (!Frames.is_array())
+	{
+		return Names;
+	}
+	for (const nlohmann::ordered_json& Frame : Frames)
+	{
+		const auto Rotations = Frame.is_object() ? Frame.find("rot") : Frame.end();
+		if (Frame.is_object() && Rotations != Frame.end() && Rotations->is_object())
+		{
+			for (auto It = Rotations->begin(); It != Rotations->end(); ++It)
+			{
+				Names.push_back(It.key());
+			}
+			break;
+		}
+	}
+	return Names;
+}
 
 bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandContext& Ctx)
 {
@@ -119,9 +176,17 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	if (Out.Format == "v2")
 	{
 		TArray<FString> Bones;
-		const ZnHuman_Skeleton Skeleton;
-		if (Options.Bones.empty())
+		const std::vector<std::string> FileBones = FrameArrayBoneNames(Text);
+		if (!FileBones.empty())
 		{
+			for (const std::string& Bone : FileBones)
+			{
+				Bones.Add(ToFString(Bone));
+			}
+		}
+		else if (Options.Bones.empty())
+		{
+			const ZnHuman_Skeleton Skeleton;
 			for (const FString& Bone : Skeleton.DMBodyBonesWithTwist)
 			{
 				Bones.Add(Bone);
@@ -131,9 +196,12 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 				Bones.Add(Bone);
 			}
 		}
-		for (const std::string& Bone : Options.Bones)
+		else
 		{
-			Bones.Add(ToFString(Bone));
+			for (const std::string& Bone : Options.Bones)
+			{
+				Bones.Add(ToFString(Bone));
+			}
 		}
 		UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(Json, Bones, Out.Data, TotalTime);
 	}
@@ -147,9 +215,42 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	}
 	if (Out.Data.BoneNames.Num() == 0)
 	{
-		std::fprintf(
-			stderr, "zn sample: no bones decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
+		Print(
+			Ctx.Err, "zn sample: no bones decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
 		return false;
+	}
+	const bool bAnyBoneKey = std::any_of(Out.Data.BoneCurves.begin(), Out.Data.BoneCurves.end(),
+		[](const FZnQuatCurve& Curve) { return Curve.Keys.Num() > 0; });
+	if (!bAnyBoneKey && Out.Data.RootPositionCurve.GetNumKeys() == 0)
+	{
+		Print(
+			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
+		return false;
+	}
+	const int32 BoneCount = std::min(Out.Data.BoneNames.Num(), Out.Data.BoneCurves.Num());
+	for (const std::string& Wanted : Options.Bones)
+	{
+		int32 Found = INDEX_NONE;
+		for (int32 Bone = 0; Bone < BoneCount && Found == INDEX_NONE; ++Bone)
+		{
+			Found = SameBoneName(ToUtf8(Out.Data.BoneNames[Bone]), Wanted) ? Bone : INDEX_NONE;
+		}
+		if (Found == INDEX_NONE)
+		{
+			Print(Ctx.Err, "zn sample: no bone %s in %s\n", Wanted.c_str(), Options.BodyFile.c_str());
+			return false;
+		}
+		if (std::find(Out.Printed.begin(), Out.Printed.end(), Found) == Out.Printed.end())
+		{
+			Out.Printed.push_back(Found);
+		}
+	}
+	if (Options.Bones.empty())
+	{
+		for (int32 Bone = 0; Bone < BoneCount; ++Bone)
+		{
+			Out.Printed.push_back(Bone);
+		}
 	}
 	return true;
 }
@@ -197,23 +298,34 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	}
 	if (Out.Data.Curves.Num() == 0)
 	{
-		std::fprintf(
-			stderr, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(), Out.Format.c_str());
+		Print(Ctx.Err, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(),
+			Out.Format.c_str());
+		return false;
+	}
+	// The frame decoders give their 51 or 52 curves even when not one frame fitted (a body file,
+	// or a face file read in the other shape); sampling those would show a neutral face.
+	const bool bAnyKey = std::any_of(Out.Data.Curves.begin(), Out.Data.Curves.end(),
+		[](const FFloatCurve& Curve) { return Curve.FloatCurve.GetNumKeys() > 0; });
+	if (!bAnyKey)
+	{
+		Print(
+			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.FaceFile.c_str(), Out.Format.c_str());
 		return false;
 	}
 	return true;
 }
 
-nlohmann::json SampleAsJson(const FZnSampledBody* Body, const FZnSampledFace* Face, float Time)
+// Ordered, so bones and curves keep the decoders' order as in the text form.
+nlohmann::ordered_json SampleAsJson(const FZnSampledBody* Body, const FZnSampledFace* Face, float Time)
 {
-	nlohmann::json Pose = nlohmann::json::object();
+	nlohmann::ordered_json Pose = nlohmann::ordered_json::object();
 	Pose["time"] = Time;
 	if (Body)
 	{
 		const FVectorCurve& Root = Body->Data.RootPositionCurve;
 		Pose["root"] = {Root.FloatCurves[0].Eval(Time), Root.FloatCurves[1].Eval(Time), Root.FloatCurves[2].Eval(Time)};
-		nlohmann::json Bones = nlohmann::json::object();
-		for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() && Bone < Body->Data.BoneCurves.Num(); ++Bone)
+		nlohmann::ordered_json Bones = nlohmann::ordered_json::object();
+		for (const int32 Bone : Body->Printed)
 		{
 			const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
 			Bones[ToUtf8(Body->Data.BoneNames[Bone])] = {Q.X, Q.Y, Q.Z, Q.W};
@@ -222,7 +334,7 @@ nlohmann::json SampleAsJson(const FZnSampledBody* Body, const FZnSampledFace* Fa
 	}
 	if (Face)
 	{
-		nlohmann::json Curves = nlohmann::json::object();
+		nlohmann::ordered_json Curves = nlohmann::ordered_json::object();
 		for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve)
 		{
 			Curves[Face->Names[static_cast<size_t>(Curve)]] = Face->Data.Curves[Curve].FloatCurve.Eval(Time);
@@ -241,7 +353,7 @@ void PrintSample(const FZnSampledBody* Body, const FZnSampledFace* Face, float T
 		Print(Ctx.Out, "  root position (cm)  %10.4f %10.4f %10.4f\n", Root.FloatCurves[0].Eval(Time),
 			Root.FloatCurves[1].Eval(Time), Root.FloatCurves[2].Eval(Time));
 		Print(Ctx.Out, "  %-20s %10s %10s %10s %10s\n", "bone", "X", "Y", "Z", "W");
-		for (int32 Bone = 0; Bone < Body->Data.BoneNames.Num() && Bone < Body->Data.BoneCurves.Num(); ++Bone)
+		for (const int32 Bone : Body->Printed)
 		{
 			const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
 			Print(Ctx.Out, "  %-20s %10.6f %10.6f %10.6f %10.6f\n", ToUtf8(Body->Data.BoneNames[Bone]).c_str(), Q.X,
@@ -286,7 +398,7 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 	}
 	if (Options.bJson)
 	{
-		nlohmann::json Samples = nlohmann::json::array();
+		nlohmann::ordered_json Samples = nlohmann::ordered_json::array();
 		for (double Time : Options.Times)
 		{
 			Samples.push_back(SampleAsJson(Body.get(), Face.get(), static_cast<float>(Time)));
@@ -334,11 +446,26 @@ static ZnCommandRegistrar SampleRegistrar("sample",
 				"(control-rig curves)")
 			->transform(CLI::IsMember({"auto", "v1", "v2", "rig"}))
 			->capture_default_str();
-		Command.add_option("-t,--time", Options->Times, "Time in seconds; repeat for several")->required();
+		// A curve cannot be sampled at a time that is not a number, infinities (and numbers too large
+		// for a float) are no time of a clip, and the option parser would read an empty word as 0.
+		Command.add_option("-t,--time", Options->Times, "Time in seconds; repeat for several")
+			->required()
+			->transform(CLI::Validator(
+				[](std::string& Text)
+				{
+					char* End = nullptr;
+					const double Time = Text.empty() ? 0.0 : std::strtod(Text.c_str(), &End);
+					if (Text.empty() || End != Text.c_str() + Text.size() || !std::isfinite(Time) ||
+						std::fabs(Time) > std::numeric_limits<float>::max())
+					{
+						return "must be a finite number of seconds, not '" + Text + "'";
+					}
+					return std::string();
+				},
+				"SECONDS"));
 		Command
 			.add_option("--bones", Options->Bones,
-				"v2 body: the bones to read (default: the service's 24 "
-				"body and 30 finger bones)")
+				"Only these bones (comma-separated, any letter case; default: every bone of the file)")
 			->delimiter(',');
 		Command.add_flag("--json", Options->bJson, "Print the samples as JSON");
 		return [Options, &Ctx]() { return RunSample(*Options, Ctx); };
