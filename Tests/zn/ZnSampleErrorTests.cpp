@@ -115,7 +115,7 @@ TEST_F(ZnSampleErrorTests, EmptyFilesDecodeToNothing)
 TEST_F(ZnSampleErrorTests, UnparsableFilesDecodeToNothing)
 {
 	for (const std::string& Text : {std::string("{"), std::string("not json at all"), std::string("[{\"frameIndex\":"),
-			 std::string("\x01\x02\xFF\xFE garbage\x00\x80", 16), std::string("{\"totalTime\":1,\"curves\":[]")})
+			 std::string("\x01\x02\xFF\xFE garbage\x00\x80", 14), std::string("{\"totalTime\":1,\"curves\":[]")})
 	{
 		const std::string Path = Write("bad.json", Text);
 		ExpectRefused({"--body", Path, "-t", "0"}, "zn sample: no bones decoded from " + Path, 1);

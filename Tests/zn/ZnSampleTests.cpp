@@ -163,12 +163,6 @@ std::vector<std::string> KeysOf(const Json& Object)
 	return Keys;
 }
 
-std::string Utf8(const FString& Text)
-{
-	FTCHARToUTF8 Converted(*Text);
-	return std::string(Converted.Get(), Converted.Length());
-}
-
 FString Wide(const std::string& Text)
 {
 	const FUTF8ToTCHAR Converted(Text.data(), int32(Text.size()));
