@@ -1,9 +1,10 @@
 #include "ZnBodyDataDecoder.h"
 
 #include "ZnJsonReader.h"
+#include "ZnJsonWindowReader.h"
 #include "ZnMotionDecoding.h"
 
-// The clip is read in one forward pass. Member lookups follow the same rules as everywhere else
+// The clip is read in one forward pass, a window at a time. Member lookups follow the same rules as everywhere else
 // (names without regard to case, a repeated member replaces the earlier one), so whatever a
 // member produced is reset when it appears again. Structural problems that the format never
 // produces are remembered and fail the decode at the end, after the whole text has been checked.
@@ -34,6 +35,33 @@ inline int32 AxisIndex(std::string_view Key)
 	// Lower-cases letters; no other character maps onto x, y, z or w.
 	const char Axis = char(Key[0] | 0x20);
 	return Axis == 'x' ? 0 : Axis == 'y' ? 1 : Axis == 'z' ? 2 : Axis == 'w' ? 3 : -1;
+}
+
+// Reads {"x":..,"y":..,"z":..(,"w":..)} when written plainly; false to have it read the ordinary way.
+template <int32 Count>
+bool ReadPlainAxes(ondemand::value& Value, float (&OutAxes)[Count])
+{
+	std::string_view Names[8];
+	double Numbers[8];
+	const int32 Members = ZnJson::ReadPlainNumberMembers(Value, Names, Numbers, 8);
+	if (Members < 0)
+	{
+		return false;
+	}
+	double Axes[4] = {0.0, 0.0, 0.0, 0.0};
+	for (int32 Member = 0; Member < Members; ++Member)
+	{
+		const int32 Index = AxisIndex(Names[Member]);
+		if (Index >= 0 && Index < Count)
+		{
+			Axes[Index] = Numbers[Member];
+		}
+	}
+	for (int32 Index = 0; Index < Count; ++Index)
+	{
+		OutAxes[Index] = float(Axes[Index]);
+	}
+	return true;
 }
 
 // Reads {"x":..,"y":..,"z":..(,"w":..)}; missing or non-number members read 0.
@@ -107,8 +135,9 @@ bool ReadRotations(ondemand::value& Value, int32 Depth, FBodyDecodeState& State,
 			continue;
 		}
 		float Axes[4];
-		if (Depth + 1 >= ZnJson::MaxDepth || RotationValue.get_object().get(Rotation) != SUCCESS ||
-			!ReadAxes(Rotation, Depth + 1, Axes))
+		if (!ReadPlainAxes(RotationValue, Axes) &&
+			(Depth + 1 >= ZnJson::MaxDepth || RotationValue.get_object().get(Rotation) != SUCCESS ||
+				!ReadAxes(Rotation, Depth + 1, Axes)))
 		{
 			return false;
 		}
@@ -179,12 +208,16 @@ bool ReadBone(ondemand::object& Bone, int32 Depth, FBodyDecodeState& State)
 	return true;
 }
 
-bool ReadCurves(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
+// With bContinues the array goes on from the previous window: its bones are added to the ones read.
+bool ReadCurves(ondemand::value& Value, int32 Depth, FBodyDecodeState& State, bool bContinues)
 {
-	State.Record.BoneNames.Reset();
-	State.Record.BoneFrames.Reset();
-	State.Record.BoneCurves.Reset();
-	State.bCurvesMalformed = false;
+	if (!bContinues)
+	{
+		State.Record.BoneNames.Reset();
+		State.Record.BoneFrames.Reset();
+		State.Record.BoneCurves.Reset();
+		State.bCurvesMalformed = false;
+	}
 	ondemand::json_type Type;
 	if (Value.type().get(Type) != SUCCESS)
 	{
@@ -268,8 +301,9 @@ bool ReadPositions(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
 		}
 		ondemand::object Position;
 		float Axes[3];
-		if (Depth + 1 >= ZnJson::MaxDepth || PositionValue.get_object().get(Position) != SUCCESS ||
-			!ReadAxes(Position, Depth + 1, Axes))
+		if (!ReadPlainAxes(PositionValue, Axes) &&
+			(Depth + 1 >= ZnJson::MaxDepth || PositionValue.get_object().get(Position) != SUCCESS ||
+				!ReadAxes(Position, Depth + 1, Axes)))
 		{
 			return false;
 		}
@@ -323,15 +357,15 @@ bool ReadHips(ondemand::value& Value, int32 Depth, FBodyDecodeState& State)
 	return true;
 }
 
-bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
+// One window of the clip: a root object holding some of the clip's members. With bContinues its
+// first member carries on the array member the previous window ended in.
+bool DecodeWindow(ondemand::document& Document, bool bContinues, FBodyDecodeState& State)
 {
 	ondemand::object Root;
 	if (Document.get_object().get(Root) != SUCCESS)
 	{
 		return false;
 	}
-	FBodyDecodeState State;
-	State.bSetRootStartPosition = bSetRootStartPosition;
 	for (simdjson_result<ondemand::field> FieldResult : Root)
 	{
 		ondemand::field Field;
@@ -342,7 +376,14 @@ bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool
 		}
 		ondemand::value& Value = Field.value();
 		bool bRead = true;
-		if (ZnJson::EqualsIgnoreCase(Key, "totalTime"))
+		if (bContinues)
+		{
+			// Only "curves" is read as an array; any other member that continues is checked and passed over.
+			bRead = ZnJson::EqualsIgnoreCase(Key, "curves") ? ReadCurves(Value, 2, State, true)
+															: ZnJson::SkipValue(Value, 2);
+			bContinues = false;
+		}
+		else if (ZnJson::EqualsIgnoreCase(Key, "totalTime"))
 		{
 			double TotalTime = 0.0;
 			bRead = ZnJson::ReadNumber(Value, 2, TotalTime);
@@ -350,7 +391,7 @@ bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool
 		}
 		else if (ZnJson::EqualsIgnoreCase(Key, "curves"))
 		{
-			bRead = ReadCurves(Value, 2, State);
+			bRead = ReadCurves(Value, 2, State, false);
 		}
 		else if (ZnJson::EqualsIgnoreCase(Key, "Hips"))
 		{
@@ -365,9 +406,25 @@ bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool
 			return false;
 		}
 	}
+	return ZnJson::IsAtEnd(Document);
+}
+
+bool DecodeWindows(FZnJsonWindowReader& Reader, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
+{
+	FBodyDecodeState State;
+	State.bSetRootStartPosition = bSetRootStartPosition;
+	ondemand::document* Document = nullptr;
+	bool bContinues = false;
+	while (Reader.Next(Document, bContinues))
+	{
+		if (!DecodeWindow(*Document, bContinues, State))
+		{
+			return false;
+		}
+	}
 	// Every clip has a "Hips" object and objects as its track elements; one without them is not
 	// a clip, and the caller's record stays as it was.
-	if (!ZnJson::IsAtEnd(Document) || !State.bHipsIsObject || State.bCurvesMalformed || State.bPositionsMalformed)
+	if (!Reader.IsComplete() || !State.bHipsIsObject || State.bCurvesMalformed || State.bPositionsMalformed)
 	{
 		return false;
 	}
@@ -378,19 +435,13 @@ bool DecodeDocument(ondemand::document& Document, FZnBodyData& OutBodyData, bool
 
 bool FZnBodyDataDecoder::Decode(const FString& JsonStr, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
 {
-	if (JsonStr.IsEmpty())
-	{
-		return false;
-	}
-	FZnJsonReader Reader;
-	ondemand::document* Document = nullptr;
-	return Reader.Iterate(JsonStr, Document) && DecodeDocument(*Document, OutBodyData, bSetRootStartPosition);
+	FZnJsonWindowReader Reader;
+	return Reader.Begin(JsonStr) && DecodeWindows(Reader, OutBodyData, bSetRootStartPosition);
 }
 
 bool FZnBodyDataDecoder::DecodeUtf8(
 	const char* Utf8, int64 Length, FZnBodyData& OutBodyData, bool bSetRootStartPosition)
 {
-	FZnJsonReader Reader;
-	ondemand::document* Document = nullptr;
-	return Reader.IterateUtf8(Utf8, Length, Document) && DecodeDocument(*Document, OutBodyData, bSetRootStartPosition);
+	FZnJsonWindowReader Reader;
+	return Reader.BeginUtf8(Utf8, Length) && DecodeWindows(Reader, OutBodyData, bSetRootStartPosition);
 }

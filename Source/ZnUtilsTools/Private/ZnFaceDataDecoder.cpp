@@ -2,77 +2,169 @@
 
 #include "ZnHuman_Skeleton.h"
 #include "ZnJsonReader.h"
+#include "ZnJsonWindowReader.h"
 #include "ZnMotionDecoding.h"
 
-bool FZnFaceDataDecoder::Decode(const FString& JsonStr, FZnFaceData& OutFaceData, bool bWithNames)
+namespace
 {
-	if (JsonStr.IsEmpty())
+using namespace simdjson;
+
+// Percent to 0..1 in single precision; "not at least 0" also catches NaN.
+inline float ToWeight(double Percent)
+{
+	const float Weight = float(Percent) * 0.01f;
+	return !(Weight >= 0.0f) ? 0.0f : (Weight >= 1.0f ? 1.0f : Weight);
+}
+
+// One frame at Time; a frame that is not an array has no weights, so no keys at its time. With
+// bAppendKeys every channel's last key is known to lie well before Time.
+bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FZnFaceData& Record)
+{
+	ondemand::json_type Type;
+	if (FrameValue.type().get(Type) != SUCCESS)
 	{
 		return false;
 	}
-	FZnJsonReader Reader;
-	return Reader.Parse(JsonStr) && DecodeRoot(Reader.GetRoot(), OutFaceData, bWithNames);
-}
-
-bool FZnFaceDataDecoder::DecodeUtf8(const char* Utf8, int64 Length, FZnFaceData& OutFaceData, bool bWithNames)
-{
-	FZnJsonReader Reader;
-	return Reader.ParseUtf8(Utf8, Length) && DecodeRoot(Reader.GetRoot(), OutFaceData, bWithNames);
-}
-
-bool FZnFaceDataDecoder::DecodeRoot(const FZnJsonValue& RootValue, FZnFaceData& OutFaceData, bool bWithNames)
-{
-	FZnJsonArray Frames;
-	if (!RootValue.TryGetArray(Frames))
+	if (Type != ondemand::json_type::array)
+	{
+		return ZnJson::SkipValue(FrameValue, 2);
+	}
+	// Frames written plainly are read in one go; a frame longer than this is rare enough to read
+	// the ordinary way.
+	double Percents[FZnFaceDataDecoder::ChannelCount + 13];
+	const int32 Count = ZnJson::ReadPlainNumbers(FrameValue, Percents, UE_ARRAY_COUNT(Percents));
+	if (Count >= 0)
+	{
+		const int32 Channels = Count < FZnFaceDataDecoder::ChannelCount ? Count : FZnFaceDataDecoder::ChannelCount;
+		TArray<float>* Frames = Record.CurveFrames.GetData();
+		FFloatCurve* Curves = Record.Curves.GetData();
+		for (int32 Channel = 0; Channel < Channels; ++Channel)
+		{
+			const float Weight = ToWeight(Percents[Channel]);
+			Frames[Channel].Add(Weight);
+			if (bAppendKeys)
+			{
+				// What UpdateOrAddKey does with a key past the last one.
+				Curves[Channel].FloatCurve.Keys.Emplace(Time, Weight);
+			}
+			else
+			{
+				ZnMotion::AddCurveKey(Curves[Channel].FloatCurve, Time, Weight);
+			}
+		}
+		return true;
+	}
+	ondemand::array Weights;
+	if (FrameValue.get_array().get(Weights) != SUCCESS)
 	{
 		return false;
 	}
-	const int32 FrameCount = Frames.Num();
+	int32 Channel = 0;
+	for (simdjson_result<ondemand::value> Element : Weights)
+	{
+		ondemand::value WeightValue;
+		if (Element.get(WeightValue) != SUCCESS)
+		{
+			return false;
+		}
+		if (Channel >= FZnFaceDataDecoder::ChannelCount)
+		{
+			if (!ZnJson::SkipValue(WeightValue, 3))
+			{
+				return false;
+			}
+			continue;
+		}
+		double Percent = 0.0;
+		if (!ZnJson::ReadNumber(WeightValue, 3, Percent))
+		{
+			return false;
+		}
+		const float Weight = ToWeight(Percent);
+		Record.CurveFrames[Channel].Add(Weight);
+		ZnMotion::AddCurveKey(Record.Curves[Channel].FloatCurve, Time, Weight);
+		++Channel;
+	}
+	return true;
+}
 
+// The frames of one window: a root array holding the next run of the file's frames.
+bool ReadWindow(ondemand::document& Document, FZnFaceData& Record, uint64& FrameCount)
+{
+	ondemand::array Frames;
+	if (Document.get_array().get(Frames) != SUCCESS)
+	{
+		return false;
+	}
+	for (simdjson_result<ondemand::value> Element : Frames)
+	{
+		// Frame times rise, so a frame more than the keys' tolerance after the one before is
+		// past every key already set.
+		const float Time = ZnMotion::FrameTime(FrameCount);
+		const bool bAppendKeys = FrameCount == 0 || Time - ZnMotion::FrameTime(FrameCount - 1) > UE_KINDA_SMALL_NUMBER;
+		ondemand::value FrameValue;
+		if (Element.get(FrameValue) != SUCCESS || !ReadFrame(FrameValue, Time, bAppendKeys, Record))
+		{
+			return false;
+		}
+		++FrameCount;
+	}
+	return ZnJson::IsAtEnd(Document);
+}
+
+bool DecodeWindows(FZnJsonWindowReader& Reader, FZnFaceData& OutFaceData, bool bWithNames)
+{
 	FZnFaceData Record;
-	Record.totalTime = ZnMotion::FrameTime(uint64(FrameCount));
+	Record.CurveFrames.SetNum(FZnFaceDataDecoder::ChannelCount);
+	Record.Curves.SetNum(FZnFaceDataDecoder::ChannelCount);
+	uint64 FrameCount = 0;
+	ondemand::document* Document = nullptr;
+	bool bContinues = false;
+	bool bSized = false;
+	while (Reader.Next(Document, bContinues))
+	{
+		if (!ReadWindow(*Document, Record, FrameCount))
+		{
+			return false;
+		}
+		// Frames of one file are alike in length: the first window tells how many the whole
+		// text holds, closely enough to size every channel once.
+		const double Progress = Reader.GetProgress();
+		if (!bSized && !Reader.IsComplete() && Progress > 0.0)
+		{
+			const int32 Expected = int32(double(FrameCount) / Progress * 1.02) + 8;
+			for (int32 Channel = 0; Channel < FZnFaceDataDecoder::ChannelCount; ++Channel)
+			{
+				Record.CurveFrames[Channel].Reserve(Expected);
+				Record.Curves[Channel].FloatCurve.Keys.Reserve(Expected);
+			}
+			bSized = true;
+		}
+	}
+	if (!Reader.IsComplete())
+	{
+		return false;
+	}
+	Record.totalTime = ZnMotion::FrameTime(FrameCount);
 	if (bWithNames)
 	{
 		Record.CurveNames = ZnHuman_Skeleton().FaceCurveNames;
 	}
-	Record.CurveFrames.SetNum(ChannelCount);
-	Record.Curves.SetNum(ChannelCount);
-	for (int32 Channel = 0; Channel < ChannelCount; ++Channel)
-	{
-		Record.CurveFrames[Channel].Reserve(FrameCount);
-		Record.Curves[Channel].FloatCurve.Keys.Reserve(FrameCount);
-	}
-
-	uint64 FrameNumber = 0;
-	for (FZnJsonValue FrameValue : Frames)
-	{
-		const float Time = ZnMotion::FrameTime(FrameNumber++);
-		// A frame that is not an array has no weights: no keys at its time.
-		int32 Channel = 0;
-		for (FZnJsonValue WeightValue : FrameValue.AsArray())
-		{
-			if (Channel >= ChannelCount)
-			{
-				break;
-			}
-			// Percent to 0..1 in single precision; "not at least 0" also catches NaN.
-			float Weight = float(WeightValue.AsNumber()) * 0.01f;
-			if (!(Weight >= 0.0f))
-			{
-				Weight = 0.0f;
-			}
-			else if (Weight >= 1.0f)
-			{
-				Weight = 1.0f;
-			}
-			Record.CurveFrames[Channel].Add(Weight);
-			ZnMotion::AddCurveKey(Record.Curves[Channel].FloatCurve, Time, Weight);
-			++Channel;
-		}
-	}
-
 	OutFaceData = MoveTemp(Record);
 	return true;
+}
+} // namespace
+
+bool FZnFaceDataDecoder::Decode(const FString& JsonStr, FZnFaceData& OutFaceData, bool bWithNames)
+{
+	FZnJsonWindowReader Reader;
+	return Reader.Begin(JsonStr) && DecodeWindows(Reader, OutFaceData, bWithNames);
+}
+
+bool FZnFaceDataDecoder::DecodeUtf8(const char* Utf8, int64 Length, FZnFaceData& OutFaceData, bool bWithNames)
+{
+	FZnJsonWindowReader Reader;
+	return Reader.BeginUtf8(Utf8, Length) && DecodeWindows(Reader, OutFaceData, bWithNames);
 }
 
 bool FZnFaceDataDecoder::DecodeControlRig(const FString& JsonStr, FZnFaceData& OutFaceData)

@@ -5,8 +5,6 @@
 #include "CoreMinimal.h"
 #include "ZnFaceData.h"
 
-class FZnJsonValue;
-
 class FZnFaceDataDecoder
 {
 public:
@@ -25,7 +23,4 @@ public:
 	// ignored. Returns false and leaves OutFaceData untouched when the text is empty, does not
 	// parse, or is not an object at the root.
 	static bool DecodeControlRig(const FString& JsonStr, FZnFaceData& OutFaceData);
-
-private:
-	static bool DecodeRoot(const FZnJsonValue& Root, FZnFaceData& OutFaceData, bool bWithNames);
 };

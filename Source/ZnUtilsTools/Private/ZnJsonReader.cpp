@@ -14,8 +14,6 @@
 struct FZnJsonScratch
 {
 	simdjson::dom::parser Parser;
-	simdjson::ondemand::parser Iterator;
-	simdjson::ondemand::document Document;
 	std::unique_ptr<char[]> Buffer;
 	size_t BufferCapacity = 0;
 	bool bBusy = false;
@@ -50,11 +48,9 @@ struct FZnJsonScratch
 	void ReleaseIfLarge()
 	{
 		constexpr size_t KeepLimit = size_t(64) << 20;
-		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit || Iterator.capacity() > KeepLimit)
+		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit)
 		{
-			Document = simdjson::ondemand::document();
 			Parser = simdjson::dom::parser();
-			Iterator = simdjson::ondemand::parser();
 			Buffer.reset();
 			BufferCapacity = 0;
 		}
@@ -90,81 +86,6 @@ inline char* WriteUtf8(char* Out, char32_t Code)
 		*Out++ = char(0x80 | ((Code >> 12) & 0x3F));
 		*Out++ = char(0x80 | ((Code >> 6) & 0x3F));
 		*Out++ = char(0x80 | (Code & 0x3F));
-	}
-	return Out;
-}
-
-// UTF-16 to UTF-8. Out must hold 3 bytes per input unit (a surrogate pair, two units, takes 4).
-// Lone surrogates become U+FFFD, as any text converter of the engine does.
-char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
-{
-	size_t Index = 0;
-	while (Index < Length)
-	{
-		// Texts from the service are almost entirely ASCII: copy blocks of 16 units while they are.
-#if defined(__SSE2__) || defined(_M_X64)
-		while (Index + 16 <= Length)
-		{
-			const __m128i Low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index));
-			const __m128i High = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index + 8));
-			// Any unit above 0x7F has a bit set outside the low seven.
-			const __m128i Wide = _mm_and_si128(_mm_or_si128(Low, High), _mm_set1_epi16(int16(0xFF80)));
-			if (_mm_movemask_epi8(_mm_cmpeq_epi8(Wide, _mm_setzero_si128())) != 0xFFFF)
-			{
-				break;
-			}
-			_mm_storeu_si128(reinterpret_cast<__m128i*>(Out), _mm_packus_epi16(Low, High));
-			Out += 16;
-			Index += 16;
-		}
-#endif
-		while (Index + 16 <= Length)
-		{
-			uint32 Bits = 0;
-			for (size_t Lane = 0; Lane < 16; ++Lane)
-			{
-				Bits |= uint32(In[Index + Lane]);
-			}
-			if (Bits >= 0x80)
-			{
-				break;
-			}
-			for (size_t Lane = 0; Lane < 16; ++Lane)
-			{
-				Out[Lane] = char(In[Index + Lane]);
-			}
-			Out += 16;
-			Index += 16;
-		}
-		if (Index >= Length)
-		{
-			break;
-		}
-		const char32_t Unit = char32_t(In[Index++]);
-		if (Unit < 0x80)
-		{
-			*Out++ = char(Unit);
-		}
-		else if (Unit >= 0xD800 && Unit <= 0xDBFF)
-		{
-			if (Index < Length && char32_t(In[Index]) >= 0xDC00 && char32_t(In[Index]) <= 0xDFFF)
-			{
-				const char32_t Low = char32_t(In[Index++]);
-				Out = WriteUtf8(Out, 0x10000 + ((Unit - 0xD800) << 10) + (Low - 0xDC00));
-			}
-			else
-			{
-				Out = WriteUtf8(Out, ReplacementChar);
-			}
-		}
-		else if (Unit >= 0xDC00 && Unit <= 0xDFFF)
-		{
-			Out = WriteUtf8(Out, ReplacementChar);
-		}
-		else
-		{
-			Out = WriteUtf8(Out, Unit);
-		}
 	}
 	return Out;
 }
@@ -258,6 +179,81 @@ bool ReadInteger(const simdjson::dom::element& Element, IntType& OutNumber)
 
 namespace ZnJson
 {
+// UTF-16 to UTF-8. Out must hold 3 bytes per input unit (a surrogate pair, two units, takes 4).
+// Lone surrogates become U+FFFD, as any text converter of the engine does.
+char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
+{
+	size_t Index = 0;
+	while (Index < Length)
+	{
+		// Texts from the service are almost entirely ASCII: copy blocks of 16 units while they are.
+#if defined(__SSE2__) || defined(_M_X64)
+		while (Index + 16 <= Length)
+		{
+			const __m128i Low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index));
+			const __m128i High = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index + 8));
+			// Any unit above 0x7F has a bit set outside the low seven.
+			const __m128i Wide = _mm_and_si128(_mm_or_si128(Low, High), _mm_set1_epi16(int16(0xFF80)));
+			if (_mm_movemask_epi8(_mm_cmpeq_epi8(Wide, _mm_setzero_si128())) != 0xFFFF)
+			{
+				break;
+			}
+			_mm_storeu_si128(reinterpret_cast<__m128i*>(Out), _mm_packus_epi16(Low, High));
+			Out += 16;
+			Index += 16;
+		}
+#endif
+		while (Index + 16 <= Length)
+		{
+			uint32 Bits = 0;
+			for (size_t Lane = 0; Lane < 16; ++Lane)
+			{
+				Bits |= uint32(In[Index + Lane]);
+			}
+			if (Bits >= 0x80)
+			{
+				break;
+			}
+			for (size_t Lane = 0; Lane < 16; ++Lane)
+			{
+				Out[Lane] = char(In[Index + Lane]);
+			}
+			Out += 16;
+			Index += 16;
+		}
+		if (Index >= Length)
+		{
+			break;
+		}
+		const char32_t Unit = char32_t(In[Index++]);
+		if (Unit < 0x80)
+		{
+			*Out++ = char(Unit);
+		}
+		else if (Unit >= 0xD800 && Unit <= 0xDBFF)
+		{
+			if (Index < Length && char32_t(In[Index]) >= 0xDC00 && char32_t(In[Index]) <= 0xDFFF)
+			{
+				const char32_t Low = char32_t(In[Index++]);
+				Out = WriteUtf8(Out, 0x10000 + ((Unit - 0xD800) << 10) + (Low - 0xDC00));
+			}
+			else
+			{
+				Out = WriteUtf8(Out, ReplacementChar);
+			}
+		}
+		else if (Unit >= 0xDC00 && Unit <= 0xDFFF)
+		{
+			Out = WriteUtf8(Out, ReplacementChar);
+		}
+		else
+		{
+			Out = WriteUtf8(Out, Unit);
+		}
+	}
+	return Out;
+}
+
 void AppendUtf8(FString& Out, std::string_view Utf8)
 {
 	if (Utf8.empty())
@@ -426,6 +422,300 @@ bool CheckLargeNumber(simdjson::ondemand::value& Value)
 	return Value.get_number().get(Number) == simdjson::SUCCESS;
 }
 
+namespace
+{
+inline bool IsDigit(char Char)
+{
+	return Char >= '0' && Char <= '9';
+}
+
+inline const char* SkipSpace(const char* Text)
+{
+	while (*Text == ' ' || *Text == '\n' || *Text == '\r' || *Text == '\t')
+	{
+		++Text;
+	}
+	return Text;
+}
+
+// Powers of ten a double holds exactly.
+constexpr double ExactPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14,
+	1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+constexpr uint64 IntegerPowersOfTen[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+// Eight bytes of text as one word, the first byte lowest (the engine's platforms are little-endian).
+inline uint64 LoadEightBytes(const char* Text)
+{
+	uint64 Word;
+	std::memcpy(&Word, Text, sizeof(Word));
+	return Word;
+}
+
+// How many of the eight bytes, from the first, are ASCII digits.
+inline int32 CountLeadingDigits(uint64 Word)
+{
+	// A digit byte has 3 in its high nibble both as it is and with 6 added; any other byte differs.
+	// Adding 6 can carry out of a byte only from a byte that is no digit, into the bytes after it.
+	const uint64 HighNibbles = 0xF0F0F0F0F0F0F0F0ull;
+	const uint64 NotDigits =
+		((Word & HighNibbles) | (((Word + 0x0606060606060606ull) & HighNibbles) >> 4)) ^ 0x3333333333333333ull;
+	return int32(FMath::CountTrailingZeros64(NotDigits) / 8);
+}
+
+// The value of the first Count (1 to 8) digit bytes of a word, by three multiplications.
+inline uint64 DigitsValue(uint64 Word, int32 Count)
+{
+	// Moving the digits to the top makes the bytes below them zeros: leading zero digits.
+	Word = (Word << (8 * (8 - Count))) & 0x0F0F0F0F0F0F0F0Full;
+	Word = (Word * 2561) >> 8;
+	Word = ((Word & 0x00FF00FF00FF00FFull) * 6553601) >> 16;
+	return ((Word & 0x0000FFFF0000FFFFull) * 42949672960001ull) >> 32;
+}
+
+// Appends the digits at Text to Mantissa, eight at a time; returns the first byte past them.
+inline const char* ReadDigits(const char* Text, uint64& Mantissa, int32& Digits)
+{
+	for (;;)
+	{
+		const uint64 Word = LoadEightBytes(Text);
+		const int32 Count = CountLeadingDigits(Word);
+		if (Count == 0)
+		{
+			return Text;
+		}
+		// Past 19 digits the mantissa may wrap; the caller rejects such numbers by their count.
+		Mantissa = Mantissa * IntegerPowersOfTen[Count] + DigitsValue(Word, Count);
+		Digits += Count;
+		Text += Count;
+		if (Count < 8)
+		{
+			return Text;
+		}
+	}
+}
+
+// The double a plain number stands for: one multiplication or division of two exact doubles,
+// so the result is the correctly rounded value, the same a full number parser gives.
+FORCEINLINE bool ComposeNumber(bool bNegative, uint64 Mantissa, int32 Exponent, double& OutNumber)
+{
+	if (Mantissa > (uint64(1) << 53) || Exponent < -22 || Exponent > 22)
+	{
+		return false;
+	}
+	const double Value =
+		Exponent < 0 ? double(Mantissa) / ExactPowersOfTen[-Exponent] : double(Mantissa) * ExactPowersOfTen[Exponent];
+	OutNumber = bNegative ? -Value : Value;
+	return true;
+}
+
+// Reads an exponent part if there is one; false when it is malformed.
+FORCEINLINE bool ReadExponent(const char*& Text, int32& Exponent)
+{
+	if (*Text != 'e' && *Text != 'E')
+	{
+		return true;
+	}
+	++Text;
+	const bool bNegativeExponent = *Text == '-';
+	Text += (*Text == '-' || *Text == '+');
+	if (!IsDigit(*Text))
+	{
+		return false;
+	}
+	int32 Written = 0;
+	for (; IsDigit(*Text); ++Text)
+	{
+		Written = Written < 10000 ? Written * 10 + (*Text - '0') : Written;
+	}
+	Exponent += bNegativeExponent ? -Written : Written;
+	return true;
+}
+
+// A JSON number whose digits fit 2^53 and whose power of ten is exact (see ComposeNumber).
+// Returns the end of the number, or nullptr for anything else (malformed numbers included: those
+// are left for the full parser to reject). Reads at most sixteen bytes past the start of a digit
+// run, which the zeroed padding after a text always provides.
+const char* ParsePlainNumberByWords(const char* Text, double& OutNumber)
+{
+	const bool bNegative = *Text == '-';
+	Text += bNegative;
+	uint64 Mantissa = 0;
+	int32 Digits = 0;
+	const char* IntegerPart = Text;
+	Text = ReadDigits(Text, Mantissa, Digits);
+	// At least one digit, and no leading zero before another digit.
+	if (Digits == 0 || (*IntegerPart == '0' && Digits > 1))
+	{
+		return nullptr;
+	}
+	int32 Exponent = 0;
+	if (*Text == '.')
+	{
+		const int32 IntegerDigits = Digits;
+		Text = ReadDigits(Text + 1, Mantissa, Digits);
+		if (Digits == IntegerDigits)
+		{
+			return nullptr;
+		}
+		Exponent = IntegerDigits - Digits;
+	}
+	if (Digits > 19 || !ReadExponent(Text, Exponent))
+	{
+		return nullptr;
+	}
+	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
+}
+
+#if defined(__SSE2__) || defined(_M_X64)
+// The common shape, "12.345678", with the integer part and the fraction within the sixteen bytes
+// from the number's first digit: one load finds where both end, so the next number's position is
+// known early and the digits' values are worked out beside the next number's scan. Anything
+// else goes the word-by-word way.
+FORCEINLINE const char* ParsePlainNumber(const char* Text, double& OutNumber)
+{
+	const char* Start = Text;
+	const bool bNegative = *Text == '-';
+	Text += bNegative;
+	const __m128i Block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Text));
+	// Bytes at or above 0x80 compare as negative, so only '0' to '9' pass both tests.
+	const uint32 DigitBits = uint32(_mm_movemask_epi8(
+		_mm_and_si128(_mm_cmpgt_epi8(Block, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(Block, _mm_set1_epi8('9' + 1)))));
+	const uint32 Others = ~DigitBits & 0xFFFFu;
+	const int32 IntegerDigits = int32(FMath::CountTrailingZeros64(Others));
+	if (IntegerDigits == 0 || IntegerDigits > 8 || (Text[0] == '0' && IntegerDigits > 1))
+	{
+		return ParsePlainNumberByWords(Start, OutNumber);
+	}
+	uint64 Mantissa = DigitsValue(LoadEightBytes(Text), IntegerDigits);
+	int32 Exponent = 0;
+	Text += IntegerDigits;
+	if (*Text == '.')
+	{
+		const uint32 AfterPoint = Others & ~((2u << IntegerDigits) - 1u);
+		const int32 FractionDigits = int32(FMath::CountTrailingZeros64(AfterPoint)) - IntegerDigits - 1;
+		// A fraction that reaches the end of the block may go on past it.
+		if (FractionDigits <= 0 || AfterPoint == 0 || FractionDigits > 8 + (8 - IntegerDigits) - 1)
+		{
+			return ParsePlainNumberByWords(Start, OutNumber);
+		}
+		const char* Fraction = Text + 1;
+		if (FractionDigits <= 8)
+		{
+			Mantissa =
+				Mantissa * IntegerPowersOfTen[FractionDigits] + DigitsValue(LoadEightBytes(Fraction), FractionDigits);
+		}
+		else
+		{
+			const int32 Rest = FractionDigits - 8;
+			Mantissa = (Mantissa * IntegerPowersOfTen[8] + DigitsValue(LoadEightBytes(Fraction), 8)) *
+					IntegerPowersOfTen[Rest] +
+				DigitsValue(LoadEightBytes(Fraction + 8), Rest);
+		}
+		Exponent = -FractionDigits;
+		Text = Fraction + FractionDigits;
+	}
+	if (!ReadExponent(Text, Exponent))
+	{
+		return nullptr;
+	}
+	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
+}
+#else
+FORCEINLINE const char* ParsePlainNumber(const char* Text, double& OutNumber)
+{
+	return ParsePlainNumberByWords(Text, OutNumber);
+}
+#endif
+} // namespace
+
+int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity)
+{
+	const char* Text = Value.raw_json_token().data();
+	if (*Text != '[')
+	{
+		return -1;
+	}
+	Text = SkipSpace(Text + 1);
+	if (*Text == ']')
+	{
+		return 0;
+	}
+	for (int32 Count = 0; Count < Capacity;)
+	{
+		Text = ParsePlainNumber(Text, OutNumbers[Count++]);
+		if (Text == nullptr)
+		{
+			return -1;
+		}
+		Text = SkipSpace(Text);
+		if (*Text == ']')
+		{
+			return Count;
+		}
+		if (*Text != ',')
+		{
+			return -1;
+		}
+		Text = SkipSpace(Text + 1);
+	}
+	return -1;
+}
+
+int32 ReadPlainNumberMembers(
+	simdjson::ondemand::value& Value, std::string_view* OutNames, double* OutNumbers, int32 Capacity)
+{
+	const char* Text = Value.raw_json_token().data();
+	if (*Text != '{')
+	{
+		return -1;
+	}
+	Text = SkipSpace(Text + 1);
+	if (*Text == '}')
+	{
+		return 0;
+	}
+	for (int32 Count = 0; Count < Capacity; ++Count)
+	{
+		if (*Text != '"')
+		{
+			return -1;
+		}
+		const char* Name = ++Text;
+		// Escapes and control characters are for the full parser.
+		while (*Text != '"')
+		{
+			if (*Text == '\\' || static_cast<unsigned char>(*Text) < 0x20)
+			{
+				return -1;
+			}
+			++Text;
+		}
+		OutNames[Count] = std::string_view(Name, size_t(Text - Name));
+		Text = SkipSpace(Text + 1);
+		if (*Text != ':')
+		{
+			return -1;
+		}
+		Text = ParsePlainNumber(SkipSpace(Text + 1), OutNumbers[Count]);
+		if (Text == nullptr)
+		{
+			return -1;
+		}
+		Text = SkipSpace(Text);
+		if (*Text == '}')
+		{
+			return Count + 1;
+		}
+		if (*Text != ',')
+		{
+			return -1;
+		}
+		Text = SkipSpace(Text + 1);
+	}
+	return -1;
+}
+
 bool IsAtEnd(simdjson::ondemand::document& Document)
 {
 	// Past the last token there is no location left to report.
@@ -537,7 +827,7 @@ size_t FZnJsonScratch::ConvertText(const TCHAR* Chars, size_t Length)
 		Bound += Unit < 0x80 ? 1 : (Unit < 0x800 ? 2 : 3);
 	}
 	char* Out = Reserve(Bound, Ascii);
-	return size_t(ConvertUtf16(Chars + Ascii, Length - Ascii, Out + Ascii) - Out);
+	return size_t(ZnJson::ConvertUtf16(Chars + Ascii, Length - Ascii, Out + Ascii) - Out);
 }
 
 FZnJsonReader::FZnJsonReader()
@@ -628,40 +918,6 @@ bool FZnJsonReader::ParseBuffer(size_t Length)
 		return false;
 	}
 	Root = FZnJsonValue(Element);
-	return true;
-}
-
-bool FZnJsonReader::Iterate(const FString& Text, simdjson::ondemand::document*& OutDocument)
-{
-	size_t Length = 0;
-	return LoadText(Text, Length) && IterateBuffer(Length, OutDocument);
-}
-
-bool FZnJsonReader::IterateUtf8(const char* Utf8, int64 Length, simdjson::ondemand::document*& OutDocument)
-{
-	size_t Utf8Length = 0;
-	return LoadUtf8(Utf8, Length, Utf8Length) && IterateBuffer(Utf8Length, OutDocument);
-}
-
-bool FZnJsonReader::IterateBuffer(size_t Length, simdjson::ondemand::document*& OutDocument)
-{
-	std::memset(Scratch->Buffer.get() + Length, 0, simdjson::SIMDJSON_PADDING);
-	// A text of nothing but whitespace has no root value; the iterator would only notice later.
-	const char* Text = Scratch->Buffer.get();
-	size_t First = 0;
-	while (First < Length && (Text[First] == ' ' || Text[First] == '\t' || Text[First] == '\n' || Text[First] == '\r'))
-	{
-		++First;
-	}
-	if (First == Length)
-	{
-		return false;
-	}
-	if (Scratch->Iterator.iterate(Text, Length, Scratch->BufferCapacity).get(Scratch->Document) != simdjson::SUCCESS)
-	{
-		return false;
-	}
-	OutDocument = &Scratch->Document;
 	return true;
 }
 

@@ -43,6 +43,20 @@
 
 struct FMath
 {
+	// Bit counting, as the platform math layer provides it (64 for a zero value).
+	static FORCEINLINE uint64 CountTrailingZeros64(uint64 Value)
+	{
+		return Value == 0 ? 64 : uint64(__builtin_ctzll(Value));
+	}
+	static FORCEINLINE int32 CountBits(uint64 Bits)
+	{
+		// The generic form: no population-count instruction is assumed.
+		Bits -= (Bits >> 1) & 0x5555555555555555ull;
+		Bits = (Bits & 0x3333333333333333ull) + ((Bits >> 2) & 0x3333333333333333ull);
+		Bits = (Bits + (Bits >> 4)) & 0x0f0f0f0f0f0f0f0full;
+		return int32((Bits * 0x0101010101010101ull) >> 56);
+	}
+
 	// Floating-point Abs clears the sign bit, so Abs(-0.0) is +0.0 (the generic version below
 	// would keep the negative zero, which then shows up as "-0.000000" in printed angles).
 	static FORCEINLINE float Abs(const float A) { return std::fabs(A); }

@@ -1,0 +1,566 @@
+#include "ZnJsonWindowReader.h"
+
+#include "ZnJsonReader.h"
+
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define ZN_JSON_WINDOW_SSE2 1
+#else
+#define ZN_JSON_WINDOW_SSE2 0
+#endif
+
+// Two window buffers (the one being parsed and the next one, which starts with what followed
+// the cut) and the parser, kept per thread: decoding a clip after a clip allocates nothing.
+struct FZnJsonWindowScratch
+{
+	struct FBuffer
+	{
+		std::unique_ptr<char[]> Bytes;
+		size_t Capacity = 0;
+
+		// Room for Needed bytes plus the parser's zeroed padding, keeping the first Keep bytes.
+		char* Reserve(size_t Needed, size_t Keep)
+		{
+			const size_t Total = Needed + simdjson::SIMDJSON_PADDING;
+			if (Total > Capacity)
+			{
+				size_t NewCapacity = Capacity + Capacity / 2;
+				NewCapacity = NewCapacity < Total ? Total : NewCapacity;
+				std::unique_ptr<char[]> NewBytes(new char[NewCapacity]);
+				if (Keep > 0)
+				{
+					std::memcpy(NewBytes.get(), Bytes.get(), Keep);
+				}
+				Bytes = std::move(NewBytes);
+				Capacity = NewCapacity;
+			}
+			return Bytes.get();
+		}
+	};
+
+	simdjson::ondemand::parser Parser;
+	simdjson::ondemand::document Document;
+	FBuffer Buffers[2];
+	int32 Current = 0;
+	bool bBusy = false;
+
+	FBuffer& Filling() { return Buffers[Current]; }
+	FBuffer& Spare() { return Buffers[1 - Current]; }
+
+	// A text this large is rare; its buffers are not worth keeping for the rest of the thread's life.
+	void ReleaseIfLarge()
+	{
+		constexpr size_t KeepLimit = size_t(16) << 20;
+		if (Buffers[0].Capacity > KeepLimit || Buffers[1].Capacity > KeepLimit || Parser.capacity() > KeepLimit)
+		{
+			Document = simdjson::ondemand::document();
+			Parser = simdjson::ondemand::parser();
+			Buffers[0] = FBuffer();
+			Buffers[1] = FBuffer();
+		}
+	}
+};
+
+namespace
+{
+thread_local FZnJsonWindowScratch GThreadWindowScratch;
+
+inline bool IsJsonSpace(char Char)
+{
+	return Char == ' ' || Char == '\n' || Char == '\r' || Char == '\t';
+}
+
+// Free of separators: what may stand right before a comma that separates two values.
+inline bool EndsValue(char Char)
+{
+	return Char != '[' && Char != '{' && Char != ',' && Char != ':';
+}
+
+#if ZN_JSON_WINDOW_SSE2
+// Bit i set when an odd number of the bits 0..i are set: the inside of strings from their quotes.
+inline uint64 PrefixXor(uint64 Bits)
+{
+	Bits ^= Bits << 1;
+	Bits ^= Bits << 2;
+	Bits ^= Bits << 4;
+	Bits ^= Bits << 8;
+	Bits ^= Bits << 16;
+	Bits ^= Bits << 32;
+	return Bits;
+}
+
+// One bit per byte of a 64-byte block for each kind of byte the scan cares about.
+struct FBlockMasks
+{
+	uint64 Backslashes = 0;
+	uint64 Quotes = 0;
+	uint64 Opens = 0;
+	uint64 Closes = 0;
+	uint64 Commas = 0;
+};
+
+inline FBlockMasks ClassifyBlock(const char* Bytes)
+{
+	FBlockMasks Masks;
+	for (int32 Part = 0; Part < 4; ++Part)
+	{
+		const __m128i Block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Bytes + 16 * Part));
+		// '[' and '{' differ only in the 0x20 bit, as do ']' and '}'.
+		const __m128i Folded = _mm_or_si128(Block, _mm_set1_epi8(0x20));
+		const int32 Shift = 16 * Part;
+		Masks.Backslashes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('\\'))))) << Shift;
+		Masks.Quotes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('"'))))) << Shift;
+		Masks.Opens |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Folded, _mm_set1_epi8('{'))))) << Shift;
+		Masks.Closes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Folded, _mm_set1_epi8('}'))))) << Shift;
+		Masks.Commas |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(','))))) << Shift;
+	}
+	return Masks;
+}
+#endif
+} // namespace
+
+FZnJsonWindowReader::FZnJsonWindowReader()
+{
+	// A reader created while another one on this thread still holds the shared buffers gets its own.
+	if (!GThreadWindowScratch.bBusy)
+	{
+		Scratch = &GThreadWindowScratch;
+	}
+	else
+	{
+		Scratch = new FZnJsonWindowScratch();
+		bOwnsScratch = true;
+	}
+	Scratch->bBusy = true;
+}
+
+FZnJsonWindowReader::~FZnJsonWindowReader()
+{
+	if (bOwnsScratch)
+	{
+		delete Scratch;
+	}
+	else
+	{
+		Scratch->ReleaseIfLarge();
+		Scratch->bBusy = false;
+	}
+}
+
+size_t FZnJsonWindowReader::WindowBytesFor(size_t TextLength)
+{
+	// A sixteenth of the text keeps the parser's share of memory well under the text's own size;
+	// the floor keeps the count of windows (each with a fixed cost) low for small texts.
+	constexpr size_t MinWindow = size_t(16) << 10;
+	constexpr size_t MaxWindow = size_t(256) << 10;
+	const size_t Window = TextLength / 16;
+	return Window < MinWindow ? MinWindow : (Window > MaxWindow ? MaxWindow : Window);
+}
+
+bool FZnJsonWindowReader::Begin(const FString& Text, size_t InWindowBytes)
+{
+	const TCHAR* Chars = *Text;
+	size_t Units = size_t(Text.Len());
+	// A byte-order mark belongs to the file, not to the JSON text.
+	if (Units > 0 && Chars[0] == TCHAR(0xFEFF))
+	{
+		++Chars;
+		--Units;
+	}
+	if (Units == 0)
+	{
+		return false;
+	}
+	InputChars = Chars;
+	InputBytes = nullptr;
+	InputLength = Units;
+	Start(InWindowBytes);
+	return true;
+}
+
+bool FZnJsonWindowReader::BeginUtf8(const char* Utf8, int64 InLength, size_t InWindowBytes)
+{
+	if (Utf8 == nullptr || InLength <= 0)
+	{
+		return false;
+	}
+	size_t Bytes = size_t(InLength);
+	if (Bytes >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
+	{
+		Utf8 += 3;
+		Bytes -= 3;
+	}
+	if (Bytes == 0)
+	{
+		return false;
+	}
+	InputChars = nullptr;
+	InputBytes = Utf8;
+	InputLength = Bytes;
+	Start(InWindowBytes);
+	return true;
+}
+
+void FZnJsonWindowReader::Start(size_t InWindowBytes)
+{
+	WindowBytes = InWindowBytes > 0 ? InWindowBytes : WindowBytesFor(InputLength);
+	// A text that fits one window is parsed as it is, without looking for cuts.
+	bStopped = InputLength <= WindowBytes;
+	ChunkUnits = bStopped ? InputLength : (WindowBytes + 7) / 8;
+}
+
+void FZnJsonWindowReader::Convert(size_t Units)
+{
+	size_t Count = InputLength - InputPosition;
+	Count = Count < Units ? Count : Units;
+	FZnJsonWindowScratch::FBuffer& Buffer = Scratch->Filling();
+	if (InputBytes != nullptr)
+	{
+		char* Bytes = Buffer.Reserve(Length + Count + 8, Length);
+		std::memcpy(Bytes + Length, InputBytes + InputPosition, Count);
+		Length += Count;
+		InputPosition += Count;
+		return;
+	}
+	// A surrogate pair split between two chunks would turn into two replacement characters.
+	if (InputPosition + Count < InputLength)
+	{
+		const TCHAR Last = InputChars[InputPosition + Count - 1];
+		Count += (Last >= 0xD800 && Last <= 0xDBFF) ? 1 : 0;
+	}
+	char* Bytes = Buffer.Reserve(Length + 3 * Count + 8, Length);
+	Length = size_t(ZnJson::ConvertUtf16(InputChars + InputPosition, Count, Bytes + Length) - Bytes);
+	InputPosition += Count;
+}
+
+bool FZnJsonWindowReader::FindMemberKey(const char* Bytes, size_t Bracket, size_t& OutBegin, size_t& OutEnd) const
+{
+	size_t Index = Bracket;
+	while (Index > 0 && IsJsonSpace(Bytes[Index - 1]))
+	{
+		--Index;
+	}
+	if (Index == 0 || Bytes[Index - 1] != ':')
+	{
+		return false;
+	}
+	--Index;
+	while (Index > 0 && IsJsonSpace(Bytes[Index - 1]))
+	{
+		--Index;
+	}
+	if (Index == 0 || Bytes[Index - 1] != '"')
+	{
+		return false;
+	}
+	OutEnd = Index;
+	// The opening quote is the first quote before the closing one that no backslash escapes.
+	for (Index -= 1; Index > 0;)
+	{
+		--Index;
+		if (Bytes[Index] == '"')
+		{
+			size_t Backslashes = 0;
+			while (Backslashes < Index && Bytes[Index - 1 - Backslashes] == '\\')
+			{
+				++Backslashes;
+			}
+			if (Backslashes % 2 == 0)
+			{
+				OutBegin = Index;
+				return true;
+			}
+		}
+	}
+	return false;
+}
+
+bool FZnJsonWindowReader::PrecededByValue(const char* Bytes, size_t Comma) const
+{
+	for (size_t Index = Comma; Index > 0;)
+	{
+		--Index;
+		if (!IsJsonSpace(Bytes[Index]))
+		{
+			return EndsValue(Bytes[Index]);
+		}
+	}
+	return false;
+}
+
+int32 FZnJsonWindowReader::FollowedByValue(const char* Bytes, size_t Comma) const
+{
+	for (size_t Index = Comma + 1; Index < Length; ++Index)
+	{
+		if (!IsJsonSpace(Bytes[Index]))
+		{
+			const char Char = Bytes[Index];
+			return (Char == ']' || Char == '}' || Char == ',' || Char == ':') ? 0 : 1;
+		}
+	}
+	// Not converted yet: unknown, unless the text ends here.
+	return InputPosition < InputLength ? -1 : 0;
+}
+
+void FZnJsonWindowReader::ScanByte(const char* Bytes, size_t Position)
+{
+	const char Char = Bytes[Position];
+	if (bInString)
+	{
+		if (bEscaped)
+		{
+			bEscaped = false;
+		}
+		else if (Char == '\\')
+		{
+			bEscaped = true;
+		}
+		else if (Char == '"')
+		{
+			bInString = false;
+		}
+		return;
+	}
+	switch (Char)
+	{
+		case '"':
+			bInString = true;
+			// A string before the root container: the text is no container, nothing to cut.
+			bStopped |= Depth == 0;
+			return;
+		case '{':
+		case '[':
+		case '}':
+		case ']':
+		case ',':
+			ScanStructural(Bytes, Position);
+			return;
+		default:
+			bStopped |= Depth == 0 && !IsJsonSpace(Char);
+			return;
+	}
+}
+
+void FZnJsonWindowReader::ScanStructural(const char* Bytes, size_t Position)
+{
+	const char Char = Bytes[Position];
+	switch (Char)
+	{
+		case '{':
+		case '[':
+			++Depth;
+			if (Depth == 1)
+			{
+				RootOpen = Char;
+			}
+			else if (Depth == 2)
+			{
+				bMemberArray = RootOpen == '{' && Char == '[' && FindMemberKey(Bytes, Position, KeyBegin, KeyEnd);
+			}
+			return;
+		case '}':
+		case ']':
+			// The root closing ends the cutting, and so does a close with nothing open.
+			if (Depth <= 1)
+			{
+				bStopped = true;
+				return;
+			}
+			--Depth;
+			bMemberArray &= Depth != 1;
+			return;
+		default:
+			// The last comma before the window's size, or else the first one after it.
+			if ((Depth == 1 || (Depth == 2 && bMemberArray)) && (!bHasCut || Position < WindowBytes) &&
+				PrecededByValue(Bytes, Position))
+			{
+				bHasCut = true;
+				Cut = Position;
+				CutDepth = Depth;
+				CutKeyBegin = KeyBegin;
+				CutKeyEnd = KeyEnd;
+			}
+			return;
+	}
+}
+
+void FZnJsonWindowReader::ScanBlock(const char* Bytes, size_t Position)
+{
+#if ZN_JSON_WINDOW_SSE2
+	// Without backslashes the string state of every byte follows from the quotes alone, and only
+	// brackets and commas outside strings matter. Most blocks lie deep inside an element, where
+	// no comma can be a cut and no bracket changes what is tracked: there only the depth moves.
+	if (!bEscaped && Depth > 0)
+	{
+		const FBlockMasks Masks = ClassifyBlock(Bytes + Position);
+		if (Masks.Backslashes == 0)
+		{
+			const uint64 Inside = PrefixXor(Masks.Quotes) ^ (bInString ? ~uint64(0) : uint64(0));
+			const uint64 Opens = Masks.Opens & ~Inside;
+			const uint64 Closes = Masks.Closes & ~Inside;
+			const int32 CloseCount = FMath::CountBits(Closes);
+			const int32 DeepestCut = RootOpen == '{' ? 2 : 1;
+			if (Depth - CloseCount > DeepestCut)
+			{
+				Depth += FMath::CountBits(Opens) - CloseCount;
+			}
+			else
+			{
+				for (uint64 Events = Opens | Closes | (Masks.Commas & ~Inside); Events != 0 && !bStopped;
+					 Events &= Events - 1)
+				{
+					ScanStructural(Bytes, Position + size_t(FMath::CountTrailingZeros64(Events)));
+				}
+			}
+			bInString = (Inside >> 63) != 0;
+			return;
+		}
+	}
+#endif
+	for (size_t Index = 0; Index < ScanBlockBytes; ++Index)
+	{
+		ScanByte(Bytes, Position + Index);
+	}
+}
+
+void FZnJsonWindowReader::Scan(bool bToEnd)
+{
+	const char* Bytes = Scratch->Filling().Bytes.get();
+	while (!bStopped && ScanPosition + ScanBlockBytes <= Length)
+	{
+		ScanBlock(Bytes, ScanPosition);
+		ScanPosition += ScanBlockBytes;
+	}
+	while (bToEnd && !bStopped && ScanPosition < Length)
+	{
+		ScanByte(Bytes, ScanPosition++);
+	}
+	if (bStopped)
+	{
+		ScanPosition = Length;
+	}
+}
+
+bool FZnJsonWindowReader::Parse(char* Bytes, size_t WindowLength, simdjson::ondemand::document*& OutDocument)
+{
+	// Stale bytes past the end could change how a malformed text is read.
+	std::memset(Bytes + WindowLength, 0, simdjson::SIMDJSON_PADDING);
+	size_t First = 0;
+	while (First < WindowLength && IsJsonSpace(Bytes[First]))
+	{
+		++First;
+	}
+	// Nothing but whitespace has no root value; the iterator would only notice later.
+	if (First == WindowLength)
+	{
+		return false;
+	}
+	simdjson::ondemand::parser& Parser = Scratch->Parser;
+	if (Parser.capacity() < WindowLength)
+	{
+		// Windows vary a little in size; some headroom saves reallocating for each larger one.
+		if (Parser.allocate(WindowLength + WindowLength / 4) != simdjson::SUCCESS)
+		{
+			return false;
+		}
+	}
+	if (Parser.iterate(Bytes, WindowLength, WindowLength + simdjson::SIMDJSON_PADDING).get(Scratch->Document) !=
+		simdjson::SUCCESS)
+	{
+		return false;
+	}
+	OutDocument = &Scratch->Document;
+	return true;
+}
+
+bool FZnJsonWindowReader::Next(simdjson::ondemand::document*& OutDocument, bool& bOutContinues)
+{
+	if (bComplete || bFailed || InputLength == 0)
+	{
+		return false;
+	}
+	for (;;)
+	{
+		const bool bAllConverted = InputPosition == InputLength;
+		Scan(bAllConverted);
+		// Cut once the scan has seen the whole window, or all there is.
+		if (bHasCut && Length >= WindowBytes && (ScanPosition >= WindowBytes || bAllConverted))
+		{
+			const int32 Follows = FollowedByValue(Scratch->Filling().Bytes.get(), Cut);
+			if (Follows > 0)
+			{
+				break;
+			}
+			// No value after the comma: the text is malformed there, and the window that holds
+			// the comma will say so. Unknown yet: read on.
+			bHasCut = Follows < 0;
+		}
+		if (bAllConverted)
+		{
+			// The rest of the text is the last window.
+			bOutContinues = bContinues;
+			if (!Parse(Scratch->Filling().Bytes.get(), Length, OutDocument))
+			{
+				bFailed = true;
+				return false;
+			}
+			bComplete = true;
+			return true;
+		}
+		Convert(ChunkUnits);
+	}
+
+	// The next window starts by re-opening what is open at the cut, then takes what followed it.
+	char* Bytes = Scratch->Filling().Bytes.get();
+	const bool bInMember = CutDepth == 2;
+	const size_t KeyLength = bInMember ? CutKeyEnd - CutKeyBegin : 0;
+	const size_t PrefixLength = bInMember ? KeyLength + 3 : 1;
+	const size_t Rest = Length - (Cut + 1);
+	char* NextBytes = Scratch->Spare().Reserve(PrefixLength + Rest + 8, 0);
+	if (bInMember)
+	{
+		NextBytes[0] = '{';
+		std::memcpy(NextBytes + 1, Bytes + CutKeyBegin, KeyLength);
+		NextBytes[KeyLength + 1] = ':';
+		NextBytes[KeyLength + 2] = '[';
+	}
+	else
+	{
+		NextBytes[0] = RootOpen;
+	}
+	std::memcpy(NextBytes + PrefixLength, Bytes + Cut + 1, Rest);
+	// The scan goes back to the cut, where its state is known, and reads what followed it again:
+	// cuts found there were passed over while one before them was kept.
+	Depth = CutDepth;
+	bInString = false;
+	bEscaped = false;
+	bStopped = false;
+	bMemberArray = bInMember;
+	KeyBegin = 1;
+	KeyEnd = 1 + KeyLength;
+	ScanPosition = PrefixLength;
+
+	// This window ends by closing what is open at the cut.
+	size_t WindowLength = Cut;
+	if (bInMember)
+	{
+		Bytes[WindowLength++] = ']';
+	}
+	Bytes[WindowLength++] = RootOpen == '{' ? '}' : ']';
+
+	bOutContinues = bContinues;
+	bContinues = bInMember;
+	bHasCut = false;
+	Scratch->Current = 1 - Scratch->Current;
+	Length = PrefixLength + Rest;
+	if (!Parse(Bytes, WindowLength, OutDocument))
+	{
+		bFailed = true;
+		return false;
+	}
+	return true;
+}
