@@ -311,6 +311,9 @@ TEST_F(ZnGenerateTests, ControlRigHasTheAskedNumberOfCurvesAndIgnoresTheFormat)
 	EXPECT_EQ(Run.Out,
 		"wrote " + PathOf("rig.json") + ": rig curves, 300 frames, " + std::to_string(Text.size()) + " bytes\n");
 	EXPECT_EQ(Generate("rig2.json", {"--kind", "rig", "--format", "v2", "--seconds", "10", "--rig-curves", "7"}), Text);
+	EXPECT_EQ(
+		Generate("rig3.json", {"--kind", "rig", "--format", "v2-frames", "--seconds", "10", "--rig-curves", "7"}), Text)
+		<< "a rig clip is one file whatever the format";
 	const Json All = Json::parse(Generate("rig51.json", {"--kind", "rig", "--seconds", "1"}), nullptr, false);
 	EXPECT_EQ(All["curve_names"].size(), 51u) << "51 curves by default";
 }

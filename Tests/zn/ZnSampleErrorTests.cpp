@@ -238,6 +238,12 @@ TEST_F(ZnSampleErrorTests, AnUnknownBoneIsNamed)
 	}
 }
 
+TEST_F(ZnSampleErrorTests, BonesWithoutABodyAreRefused)
+{
+	ExpectRefused(
+		{"--face", FaceClip(), "--bones", "Head", "-t", "0"}, "zn sample: --bones needs --body FILE\n", 2, true);
+}
+
 TEST_F(ZnSampleErrorTests, UnknownFormatsAndOptionsAreRefused)
 {
 	const std::string Body = BodyClip();

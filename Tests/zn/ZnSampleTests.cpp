@@ -622,6 +622,25 @@ TEST_F(ZnSampleTests, TextFormListsTheClipsAndEveryBoneAndCurveWithItsValues)
 	EXPECT_EQ(Lines[Line], "time 0.0000 s");
 }
 
+TEST_F(ZnSampleTests, TextFormShowsEachDecodersTotalTime)
+{
+	// Version 1 faces last N/30 s, frame objects end at their last frame's time, (N-1)/30 s.
+	const FZnGenFaceClip Clip = Face(15, 1);
+	const std::string V1 = Write("face_v1.json", FZnMotionGenerator::FaceToJson(Clip));
+	const std::string V2 = Write("face_v2.json", FZnMotionGenerator::FaceToJsonV2(Clip));
+	const FZnGenBodyClip BodyClip = Body(15, 1, false, false);
+	const std::string BodyV2 = Write("body_v2.json", FZnMotionGenerator::BodyToJsonV2(BodyClip));
+	const FRun Run = RunZn({"sample", "--body", BodyV2, "--face", V1, "-t", "0"});
+	ASSERT_EQ(Run.Status, 0) << Run.Err;
+	const std::vector<std::string> Lines = ZnTest::Lines(Run.Out);
+	ASSERT_GE(Lines.size(), 2u);
+	EXPECT_EQ(Lines[0], "body " + BodyV2 + ": v2, 22 bones, totalTime 0.466667 s");
+	EXPECT_EQ(Lines[1], "face " + V1 + ": v1, 51 curves, totalTime 0.5 s");
+	const FRun Second = RunZn({"sample", "--face", V2, "-t", "0"});
+	ASSERT_EQ(Second.Status, 0) << Second.Err;
+	EXPECT_EQ(ZnTest::Lines(Second.Out).at(0), "face " + V2 + ": v2, 51 curves, totalTime 0.466667 s");
+}
+
 TEST_F(ZnSampleTests, ALongBoneNameIsPrintedWhole)
 {
 	const std::string Name(600, 'B');

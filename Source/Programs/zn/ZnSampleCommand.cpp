@@ -378,6 +378,11 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 		Print(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
 		return 2;
 	}
+	if (!Options.Bones.empty() && Options.BodyFile.empty())
+	{
+		Print(Ctx.Err, "zn sample: --bones needs --body FILE\n");
+		return 2;
+	}
 	std::unique_ptr<FZnSampledBody> Body;
 	std::unique_ptr<FZnSampledFace> Face;
 	if (!Options.BodyFile.empty())
