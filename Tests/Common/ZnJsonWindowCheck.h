@@ -160,12 +160,13 @@ inline bool CanonicalScalarRoot(ondemand::document& Document, ondemand::json_typ
 	{
 		case ondemand::json_type::number:
 		{
-			double Number = 0.0;
-			if (Document.get_double().get(Number) != SUCCESS)
+			// As a number, so that integers past 64 bits are refused as a whole parse refuses them.
+			ondemand::number Number;
+			if (Document.get_number().get(Number) != SUCCESS)
 			{
 				return false;
 			}
-			Out += NumberText(Number);
+			Out += NumberText(Number.as_double());
 			return true;
 		}
 		case ondemand::json_type::string:

@@ -52,6 +52,11 @@ int main(int argc, char** argv)
 			Write(Root / "FaceJsonV2Fuzzer", "seed_rig_" + Tag,
 				FZnMotionGenerator::ControlRigToJson(FZnMotionGenerator::GenerateControlRig({Frames, Seed, false}, 8)));
 			Write(Root / "JsonReaderFuzzer", "seed_body_" + Tag, FZnMotionGenerator::BodyToJson(Body));
+			// The window reader's inputs start with the window size: small ones cut often.
+			Write(Root / "JsonWindowReaderFuzzer", "seed_body_" + Tag,
+				std::string("\x07\x00", 2) + FZnMotionGenerator::BodyToJson(Body));
+			Write(Root / "JsonWindowReaderFuzzer", "seed_face_" + Tag,
+				std::string("\x03\x00", 2) + FZnMotionGenerator::FaceToJson(Face));
 			Write(Root / "JsonReaderFuzzer", "seed_face_" + Tag, FZnMotionGenerator::FaceToJsonV2(Face));
 		}
 	}
@@ -59,5 +64,7 @@ int main(int argc, char** argv)
 	Write(Root / "JsonReaderFuzzer", "seed_misc_1",
 		R"({"code":0,"msg":"ok \u00e9\ud83d\ude00 \"q\"","data":{"url":"http://x/y","list":[true,false,null,-1.5e3,18446744073709551615]}})");
 	Write(Root / "JsonReaderFuzzer", "seed_misc_2", R"([[],{},"",0,-0,1E-400])");
+	Write(Root / "JsonWindowReaderFuzzer", "seed_misc_1",
+		std::string("\x01\x00", 2) + R"({"a\"":[1,[2,{"b":"],"}]],"c":{"d":[3]},"e":[],"f":"x"})");
 	return 0;
 }

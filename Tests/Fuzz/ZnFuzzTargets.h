@@ -12,6 +12,7 @@
 #include "ZnFaceData.h"
 #include "ZnQuatCurve.h"
 #include "ZnJsonReader.h"
+#include "ZnJsonWindowCheck.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -242,4 +243,18 @@ inline void JsonReader(const uint8_t* Data, size_t Size)
 	FZnJsonArray Array;
 	Reader.ParseArray(Text, Array);
 }
+// Windows change nothing: the first byte picks a window size (0: the size the reader picks
+// itself), and the text read through windows of that size must get a whole parse's verdict and,
+// when accepted, its values.
+inline void JsonWindowReader(const uint8_t* Data, size_t Size)
+{
+	if (Size == 0)
+	{
+		return;
+	}
+	const size_t WindowBytes = Data[0];
+	const FString Text = ToText(Data + 1, Size - 1);
+	Require(ZnJsonWindowCheck::CompareWithWholeParse(Text, WindowBytes).empty());
+}
+
 } // namespace ZnFuzz

@@ -27,6 +27,7 @@ const std::map<std::string, FTarget>& Targets()
 		{"FaceJsonFuzzer", &ZnFuzz::FaceJson},
 		{"FaceJsonV2Fuzzer", &ZnFuzz::FaceJsonV2},
 		{"JsonReaderFuzzer", &ZnFuzz::JsonReader},
+		{"JsonWindowReaderFuzzer", &ZnFuzz::JsonWindowReader},
 		{"ZnMotionResponseFuzzer", &ZnServiceFuzz::MotionResponse},
 		{"ZnSpeechResponseFuzzer", &ZnServiceFuzz::SpeechResponse},
 		{"ZnFormResponseFuzzer", &ZnServiceFuzz::FormResponse},

@@ -16,9 +16,75 @@ inline float ToWeight(double Percent)
 	return !(Weight >= 0.0f) ? 0.0f : (Weight >= 1.0f ? 1.0f : Weight);
 }
 
-// One frame at Time; a frame that is not an array has no weights, so no keys at its time. With
-// bAppendKeys every channel's last key is known to lie well before Time.
-bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FZnFaceData& Record)
+// Adds one frame's weights (already converted) at Time. With bAppendKeys every channel's last key
+// is known to lie well before Time.
+void AddFrame(FZnFaceData& Record, const float* Weights, int32 Channels, float Time, bool bAppendKeys)
+{
+	TArray<float>* Frames = Record.CurveFrames.GetData();
+	FFloatCurve* Curves = Record.Curves.GetData();
+	for (int32 Channel = 0; Channel < Channels; ++Channel)
+	{
+		Frames[Channel].Add(Weights[Channel]);
+		if (bAppendKeys)
+		{
+			// What UpdateOrAddKey does with a key past the last one.
+			Curves[Channel].FloatCurve.Keys.Emplace(Time, Weights[Channel]);
+		}
+		else
+		{
+			ZnMotion::AddCurveKey(Curves[Channel].FloatCurve, Time, Weights[Channel]);
+		}
+	}
+}
+
+// Frames read plainly wait here, a few at a time, so that each channel's arrays grow once for
+// the lot instead of once a frame, and are written in runs.
+struct FFrameBatch
+{
+	static constexpr int32 Capacity = 16;
+	float Weights[Capacity][FZnFaceDataDecoder::ChannelCount];
+	float Times[Capacity];
+	int32 Channels[Capacity];
+	bool bAppendKeys[Capacity];
+	int32 Num = 0;
+	// Every frame so far has all channels and keys past every key set.
+	bool bUniform = true;
+
+	void Flush(FZnFaceData& Record)
+	{
+		if (bUniform)
+		{
+			TArray<float>* Frames = Record.CurveFrames.GetData();
+			FFloatCurve* Curves = Record.Curves.GetData();
+			for (int32 Channel = 0; Channel < FZnFaceDataDecoder::ChannelCount; ++Channel)
+			{
+				// Grown first: the data may move.
+				const int32 FirstFrame = Frames[Channel].AddUninitialized(Num);
+				float* FrameOut = Frames[Channel].GetData() + FirstFrame;
+				TArray<FRichCurveKey>& Keys = Curves[Channel].FloatCurve.Keys;
+				const int32 FirstKey = Keys.AddUninitialized(Num);
+				FRichCurveKey* KeyOut = Keys.GetData() + FirstKey;
+				for (int32 Frame = 0; Frame < Num; ++Frame)
+				{
+					FrameOut[Frame] = Weights[Frame][Channel];
+					new (KeyOut + Frame) FRichCurveKey(Times[Frame], Weights[Frame][Channel]);
+				}
+			}
+		}
+		else
+		{
+			for (int32 Frame = 0; Frame < Num; ++Frame)
+			{
+				AddFrame(Record, Weights[Frame], Channels[Frame], Times[Frame], bAppendKeys[Frame]);
+			}
+		}
+		Num = 0;
+		bUniform = true;
+	}
+};
+
+// One frame at Time; a frame that is not an array has no weights, so no keys at its time.
+bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FFrameBatch& Batch, FZnFaceData& Record)
 {
 	ondemand::json_type Type;
 	if (FrameValue.type().get(Type) != SUCCESS)
@@ -36,29 +102,29 @@ bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FZnFac
 	if (Count >= 0)
 	{
 		const int32 Channels = Count < FZnFaceDataDecoder::ChannelCount ? Count : FZnFaceDataDecoder::ChannelCount;
-		TArray<float>* Frames = Record.CurveFrames.GetData();
-		FFloatCurve* Curves = Record.Curves.GetData();
+		const int32 Slot = Batch.Num++;
 		for (int32 Channel = 0; Channel < Channels; ++Channel)
 		{
-			const float Weight = ToWeight(Percents[Channel]);
-			Frames[Channel].Add(Weight);
-			if (bAppendKeys)
-			{
-				// What UpdateOrAddKey does with a key past the last one.
-				Curves[Channel].FloatCurve.Keys.Emplace(Time, Weight);
-			}
-			else
-			{
-				ZnMotion::AddCurveKey(Curves[Channel].FloatCurve, Time, Weight);
-			}
+			Batch.Weights[Slot][Channel] = ToWeight(Percents[Channel]);
+		}
+		Batch.Times[Slot] = Time;
+		Batch.Channels[Slot] = Channels;
+		Batch.bAppendKeys[Slot] = bAppendKeys;
+		Batch.bUniform &= Channels == FZnFaceDataDecoder::ChannelCount && bAppendKeys;
+		if (Batch.Num == FFrameBatch::Capacity)
+		{
+			Batch.Flush(Record);
 		}
 		return true;
 	}
+	// Frames keep their order in every channel.
+	Batch.Flush(Record);
 	ondemand::array Weights;
 	if (FrameValue.get_array().get(Weights) != SUCCESS)
 	{
 		return false;
 	}
+	float Converted[FZnFaceDataDecoder::ChannelCount];
 	int32 Channel = 0;
 	for (simdjson_result<ondemand::value> Element : Weights)
 	{
@@ -80,22 +146,44 @@ bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FZnFac
 		{
 			return false;
 		}
-		const float Weight = ToWeight(Percent);
-		Record.CurveFrames[Channel].Add(Weight);
-		ZnMotion::AddCurveKey(Record.Curves[Channel].FloatCurve, Time, Weight);
-		++Channel;
+		Converted[Channel++] = ToWeight(Percent);
 	}
+	AddFrame(Record, Converted, Channel, Time, bAppendKeys);
 	return true;
 }
 
+// Frames of one file are alike in length, so the first window tells closely how many the whole
+// text holds: every channel is sized once, and never grows (or copies itself) while decoding.
+void SizeChannels(ondemand::array& Frames, double Progress, FZnFaceData& Record)
+{
+	size_t Count = 0;
+	if (Progress <= 0.0 || Frames.count_elements().get(Count) != SUCCESS)
+	{
+		return;
+	}
+	const double Expected = double(Count) / Progress * 1.02 + 8.0;
+	const int32 Reserved = Expected < 16777216.0 ? int32(Expected) : 16777216;
+	for (int32 Channel = 0; Channel < FZnFaceDataDecoder::ChannelCount; ++Channel)
+	{
+		Record.CurveFrames[Channel].Reserve(Reserved);
+		Record.Curves[Channel].FloatCurve.Keys.Reserve(Reserved);
+	}
+}
+
 // The frames of one window: a root array holding the next run of the file's frames.
-bool ReadWindow(ondemand::document& Document, FZnFaceData& Record, uint64& FrameCount)
+bool ReadWindow(
+	ondemand::document& Document, const FZnJsonWindowReader& Reader, FZnFaceData& Record, uint64& FrameCount)
 {
 	ondemand::array Frames;
 	if (Document.get_array().get(Frames) != SUCCESS)
 	{
 		return false;
 	}
+	if (FrameCount == 0 && !Reader.IsComplete())
+	{
+		SizeChannels(Frames, Reader.GetProgress(), Record);
+	}
+	FFrameBatch Batch;
 	for (simdjson_result<ondemand::value> Element : Frames)
 	{
 		// Frame times rise, so a frame more than the keys' tolerance after the one before is
@@ -103,12 +191,13 @@ bool ReadWindow(ondemand::document& Document, FZnFaceData& Record, uint64& Frame
 		const float Time = ZnMotion::FrameTime(FrameCount);
 		const bool bAppendKeys = FrameCount == 0 || Time - ZnMotion::FrameTime(FrameCount - 1) > UE_KINDA_SMALL_NUMBER;
 		ondemand::value FrameValue;
-		if (Element.get(FrameValue) != SUCCESS || !ReadFrame(FrameValue, Time, bAppendKeys, Record))
+		if (Element.get(FrameValue) != SUCCESS || !ReadFrame(FrameValue, Time, bAppendKeys, Batch, Record))
 		{
 			return false;
 		}
 		++FrameCount;
 	}
+	Batch.Flush(Record);
 	return ZnJson::IsAtEnd(Document);
 }
 
@@ -120,25 +209,11 @@ bool DecodeWindows(FZnJsonWindowReader& Reader, FZnFaceData& OutFaceData, bool b
 	uint64 FrameCount = 0;
 	ondemand::document* Document = nullptr;
 	bool bContinues = false;
-	bool bSized = false;
 	while (Reader.Next(Document, bContinues))
 	{
-		if (!ReadWindow(*Document, Record, FrameCount))
+		if (!ReadWindow(*Document, Reader, Record, FrameCount))
 		{
 			return false;
-		}
-		// Frames of one file are alike in length: the first window tells how many the whole
-		// text holds, closely enough to size every channel once.
-		const double Progress = Reader.GetProgress();
-		if (!bSized && !Reader.IsComplete() && Progress > 0.0)
-		{
-			const int32 Expected = int32(double(FrameCount) / Progress * 1.02) + 8;
-			for (int32 Channel = 0; Channel < FZnFaceDataDecoder::ChannelCount; ++Channel)
-			{
-				Record.CurveFrames[Channel].Reserve(Expected);
-				Record.Curves[Channel].FloatCurve.Keys.Reserve(Expected);
-			}
-			bSized = true;
 		}
 	}
 	if (!Reader.IsComplete())

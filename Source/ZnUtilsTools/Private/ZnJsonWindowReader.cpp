@@ -155,7 +155,7 @@ size_t FZnJsonWindowReader::WindowBytesFor(size_t TextLength)
 {
 	// A sixteenth of the text keeps the parser's share of memory well under the text's own size;
 	// the floor keeps the count of windows (each with a fixed cost) low for small texts.
-	constexpr size_t MinWindow = size_t(16) << 10;
+	constexpr size_t MinWindow = size_t(8) << 10;
 	constexpr size_t MaxWindow = size_t(256) << 10;
 	const size_t Window = TextLength / 16;
 	return Window < MinWindow ? MinWindow : (Window > MaxWindow ? MaxWindow : Window);
@@ -210,7 +210,7 @@ void FZnJsonWindowReader::Start(size_t InWindowBytes)
 	WindowBytes = InWindowBytes > 0 ? InWindowBytes : WindowBytesFor(InputLength);
 	// A text that fits one window is parsed as it is, without looking for cuts.
 	bStopped = InputLength <= WindowBytes;
-	ChunkUnits = bStopped ? InputLength : (WindowBytes + 7) / 8;
+	ChunkUnits = bStopped ? InputLength : (WindowBytes + 15) / 16;
 }
 
 void FZnJsonWindowReader::Convert(size_t Units)
@@ -463,7 +463,7 @@ bool FZnJsonWindowReader::Parse(char* Bytes, size_t WindowLength, simdjson::onde
 	if (Parser.capacity() < WindowLength)
 	{
 		// Windows vary a little in size; some headroom saves reallocating for each larger one.
-		if (Parser.allocate(WindowLength + WindowLength / 4) != simdjson::SUCCESS)
+		if (Parser.allocate(WindowLength + WindowLength / 8) != simdjson::SUCCESS)
 		{
 			return false;
 		}
