@@ -338,21 +338,20 @@ TEST(ZnJsonPlainNumbers, MembersAreReadWithTheirNamesInOrder)
 	ASSERT_TRUE(Reader.Next(Document, bContinues));
 	ASSERT_EQ(Document->get_array().get(Root), simdjson::SUCCESS);
 	std::vector<int32> Counts;
-	std::string_view Names[4];
-	double Numbers[4];
+	ZnJson::FPlainMember Members[4];
 	for (simdjson::simdjson_result<simdjson::ondemand::value> Element : Root)
 	{
 		simdjson::ondemand::value Value;
 		ASSERT_EQ(Element.get(Value), simdjson::SUCCESS);
-		Counts.push_back(ZnJson::ReadPlainNumberMembers(Value, Names, Numbers, 4));
+		Counts.push_back(ZnJson::ReadPlainNumberMembers(Value, Members, 4));
 		if (Counts.size() == 1)
 		{
-			EXPECT_EQ(Names[0], "x");
-			EXPECT_EQ(Names[1], "Y");
-			EXPECT_EQ(Names[2], "x");
-			EXPECT_EQ(Numbers[0], 1.5);
-			EXPECT_EQ(Numbers[1], -2.0);
-			EXPECT_EQ(Numbers[2], 3.0);
+			EXPECT_EQ(Members[0].GetName(), "x");
+			EXPECT_EQ(Members[1].GetName(), "Y");
+			EXPECT_EQ(Members[2].GetName(), "x");
+			EXPECT_EQ(Members[0].Number, 1.5);
+			EXPECT_EQ(Members[1].Number, -2.0);
+			EXPECT_EQ(Members[2].Number, 3.0);
 		}
 	}
 	// An escaped name and a string value go the full way; an empty object is plain.

@@ -41,20 +41,19 @@ inline int32 AxisIndex(std::string_view Key)
 template <int32 Count>
 bool ReadPlainAxes(ondemand::value& Value, float (&OutAxes)[Count])
 {
-	std::string_view Names[8];
-	double Numbers[8];
-	const int32 Members = ZnJson::ReadPlainNumberMembers(Value, Names, Numbers, 8);
-	if (Members < 0)
+	ZnJson::FPlainMember Members[8];
+	const int32 MemberCount = ZnJson::ReadPlainNumberMembers(Value, Members, 8);
+	if (MemberCount < 0)
 	{
 		return false;
 	}
 	double Axes[4] = {0.0, 0.0, 0.0, 0.0};
-	for (int32 Member = 0; Member < Members; ++Member)
+	for (int32 Member = 0; Member < MemberCount; ++Member)
 	{
-		const int32 Index = AxisIndex(Names[Member]);
+		const int32 Index = AxisIndex(Members[Member].GetName());
 		if (Index >= 0 && Index < Count)
 		{
-			Axes[Index] = Numbers[Member];
+			Axes[Index] = Members[Member].Number;
 		}
 	}
 	for (int32 Index = 0; Index < Count; ++Index)

@@ -495,18 +495,33 @@ inline const char* ReadDigits(const char* Text, uint64& Mantissa, int32& Digits)
 	}
 }
 
-// The double a plain number stands for: one multiplication or division of two exact doubles,
-// so the result is the correctly rounded value, the same a full number parser gives.
-FORCEINLINE bool ComposeNumber(bool bNegative, uint64 Mantissa, int32 Exponent, double& OutNumber)
+// A plain number as read, before it becomes a double.
+struct FPlainDecimal
 {
-	if (Mantissa > (uint64(1) << 53) || Exponent < -22 || Exponent > 22)
-	{
-		return false;
-	}
-	const double Value =
-		Exponent < 0 ? double(Mantissa) / ExactPowersOfTen[-Exponent] : double(Mantissa) * ExactPowersOfTen[Exponent];
-	OutNumber = bNegative ? -Value : Value;
-	return true;
+	uint64 Mantissa;
+	int32 Exponent;
+	bool bNegative;
+};
+
+// Digits that fit 2^53 with a power of ten a double holds exactly.
+FORCEINLINE bool ComposeNumber(bool bNegative, uint64 Mantissa, int32 Exponent, FPlainDecimal& OutDecimal)
+{
+	OutDecimal.Mantissa = Mantissa;
+	OutDecimal.Exponent = Exponent;
+	OutDecimal.bNegative = bNegative;
+	return Mantissa <= (uint64(1) << 53) && Exponent >= -22 && Exponent <= 22;
+}
+
+// The double a plain number stands for: one multiplication or division of two exact doubles,
+// so the result is the correctly rounded value, the same a full number parser gives. Done for a
+// whole array at once after its text is read, so the divisions overlap instead of each one
+// holding up the reading of the next number.
+FORCEINLINE double ToDouble(const FPlainDecimal& Decimal)
+{
+	const double Mantissa = double(Decimal.Mantissa);
+	const double Value = Decimal.Exponent < 0 ? Mantissa / ExactPowersOfTen[-Decimal.Exponent]
+											  : Mantissa * ExactPowersOfTen[Decimal.Exponent];
+	return Decimal.bNegative ? -Value : Value;
 }
 
 // Reads an exponent part if there is one; false when it is malformed.
@@ -536,7 +551,7 @@ FORCEINLINE bool ReadExponent(const char*& Text, int32& Exponent)
 // Returns the end of the number, or nullptr for anything else (malformed numbers included: those
 // are left for the full parser to reject). Reads at most sixteen bytes past the start of a digit
 // run, which the zeroed padding after a text always provides.
-const char* ParsePlainNumberByWords(const char* Text, double& OutNumber)
+const char* ParsePlainNumberByWords(const char* Text, FPlainDecimal& OutNumber)
 {
 	const bool bNegative = *Text == '-';
 	Text += bNegative;
@@ -572,7 +587,7 @@ const char* ParsePlainNumberByWords(const char* Text, double& OutNumber)
 // from the number's first digit: one load finds where both end, so the next number's position is
 // known early and the digits' values are worked out beside the next number's scan. Anything
 // else goes the word-by-word way.
-FORCEINLINE const char* ParsePlainNumber(const char* Text, double& OutNumber)
+FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
 {
 	const char* Start = Text;
 	const bool bNegative = *Text == '-';
@@ -622,7 +637,7 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, double& OutNumber)
 	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
 }
 #else
-FORCEINLINE const char* ParsePlainNumber(const char* Text, double& OutNumber)
+FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
 {
 	return ParsePlainNumberByWords(Text, OutNumber);
 }
@@ -641,9 +656,11 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 	{
 		return 0;
 	}
-	for (int32 Count = 0; Count < Capacity;)
+	FPlainDecimal Decimals[MaxPlainNumbers];
+	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
+	for (int32 Count = 0; Count < Limit;)
 	{
-		Text = ParsePlainNumber(Text, OutNumbers[Count++]);
+		Text = ParsePlainNumber(Text, Decimals[Count++]);
 		if (Text == nullptr)
 		{
 			return -1;
@@ -651,6 +668,10 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 		Text = SkipSpace(Text);
 		if (*Text == ']')
 		{
+			for (int32 Index = 0; Index < Count; ++Index)
+			{
+				OutNumbers[Index] = ToDouble(Decimals[Index]);
+			}
 			return Count;
 		}
 		if (*Text != ',')
@@ -662,8 +683,7 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 	return -1;
 }
 
-int32 ReadPlainNumberMembers(
-	simdjson::ondemand::value& Value, std::string_view* OutNames, double* OutNumbers, int32 Capacity)
+int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* OutMembers, int32 Capacity)
 {
 	const char* Text = Value.raw_json_token().data();
 	if (*Text != '{')
@@ -675,7 +695,9 @@ int32 ReadPlainNumberMembers(
 	{
 		return 0;
 	}
-	for (int32 Count = 0; Count < Capacity; ++Count)
+	FPlainDecimal Decimals[MaxPlainMembers];
+	const int32 Limit = Capacity < MaxPlainMembers ? Capacity : MaxPlainMembers;
+	for (int32 Count = 0; Count < Limit; ++Count)
 	{
 		if (*Text != '"')
 		{
@@ -691,13 +713,14 @@ int32 ReadPlainNumberMembers(
 			}
 			++Text;
 		}
-		OutNames[Count] = std::string_view(Name, size_t(Text - Name));
+		OutMembers[Count].Name = Name;
+		OutMembers[Count].NameLength = int32(Text - Name);
 		Text = SkipSpace(Text + 1);
 		if (*Text != ':')
 		{
 			return -1;
 		}
-		Text = ParsePlainNumber(SkipSpace(Text + 1), OutNumbers[Count]);
+		Text = ParsePlainNumber(SkipSpace(Text + 1), Decimals[Count]);
 		if (Text == nullptr)
 		{
 			return -1;
@@ -705,6 +728,10 @@ int32 ReadPlainNumberMembers(
 		Text = SkipSpace(Text);
 		if (*Text == '}')
 		{
+			for (int32 Index = 0; Index <= Count; ++Index)
+			{
+				OutMembers[Index].Number = ToDouble(Decimals[Index]);
+			}
 			return Count + 1;
 		}
 		if (*Text != ',')

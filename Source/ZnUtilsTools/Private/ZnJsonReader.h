@@ -132,9 +132,22 @@ bool IsAtEnd(simdjson::ondemand::document& Document);
 // or more than Capacity entries, they return -1 having stored nothing useful, and the caller reads
 // the value the ordinary way, which also checks it. Either way the value is left unread for the
 // iterator to step over, so a caller that uses the result must not read the value again.
+// At most MaxPlainNumbers numbers and MaxPlainMembers members are read plainly, whatever the capacity.
+constexpr int32 MaxPlainNumbers = 64;
+constexpr int32 MaxPlainMembers = 8;
 int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity);
-int32 ReadPlainNumberMembers(
-	simdjson::ondemand::value& Value, std::string_view* OutNames, double* OutNumbers, int32 Capacity);
+
+// One member read by ReadPlainNumberMembers: the name's bytes (in the text) and the number.
+// Plain data without initialisers, so an array of them costs nothing to declare.
+struct FPlainMember
+{
+	const char* Name;
+	int32 NameLength;
+	double Number;
+
+	std::string_view GetName() const { return std::string_view(Name, size_t(NameLength)); }
+};
+int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* OutMembers, int32 Capacity);
 } // namespace ZnJson
 
 // One JSON value, or nothing (a missing member). Cheap to copy.
