@@ -160,13 +160,29 @@ inline bool CanonicalScalarRoot(ondemand::document& Document, ondemand::json_typ
 	{
 		case ondemand::json_type::number:
 		{
-			// As a number, so that integers past 64 bits are refused as a whole parse refuses them.
-			ondemand::number Number;
-			if (Document.get_number().get(Number) != SUCCESS)
+			// Integers as numbers, so that those past 64 bits are refused as a whole parse refuses
+			// them; anything with a fraction or an exponent as a double.
+			std::string_view Token;
+			if (Document.raw_json_token().get(Token) != SUCCESS)
 			{
 				return false;
 			}
-			Out += NumberText(Number.as_double());
+			if (Token.find_first_of(".eE") == std::string_view::npos)
+			{
+				ondemand::number Number;
+				if (Document.get_number().get(Number) != SUCCESS)
+				{
+					return false;
+				}
+				Out += NumberText(Number.as_double());
+				return true;
+			}
+			double Number = 0.0;
+			if (Document.get_double().get(Number) != SUCCESS)
+			{
+				return false;
+			}
+			Out += NumberText(Number);
 			return true;
 		}
 		case ondemand::json_type::string:
