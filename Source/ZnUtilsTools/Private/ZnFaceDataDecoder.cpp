@@ -223,7 +223,9 @@ bool DecodeWindows(FZnJsonWindowReader& Reader, FZnFaceData& OutFaceData, bool b
 	Record.totalTime = ZnMotion::FrameTime(FrameCount);
 	if (bWithNames)
 	{
-		Record.CurveNames = ZnHuman_Skeleton().FaceCurveNames;
+		// The tables never change: one instance, built on first use, serves every decode.
+		static const ZnHuman_Skeleton NameTables;
+		Record.CurveNames = NameTables.FaceCurveNames;
 	}
 	OutFaceData = MoveTemp(Record);
 	return true;
