@@ -59,8 +59,6 @@ struct FZnJsonScratch
 
 namespace
 {
-thread_local FZnJsonScratch GThreadScratch;
-
 constexpr char32_t ReplacementChar = 0xFFFD;
 
 inline char* WriteUtf8(char* Out, char32_t Code)
@@ -673,33 +671,32 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNum
 	return ParsePlainNumberByWords(Text, OutNumber);
 }
 #endif
-} // namespace
 
-int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity)
+// "[item, item]" or "{item, item}" written plainly, with at most Limit items: ReadItem(Text,
+// Index) reads item Index at Text and returns its end, or nullptr when it is not plain. The
+// item count, or -1 when anything is not plain.
+template <typename ReadItemType>
+FORCEINLINE int32 ReadPlainList(const char* Text, char Open, char Close, int32 Limit, ReadItemType&& ReadItem)
 {
-	const char* Text = Value.raw_json_token().data();
-	if (*Text != '[')
+	if (*Text != Open)
 	{
 		return -1;
 	}
 	Text = SkipSpace(Text + 1);
-	if (*Text == ']')
+	if (*Text == Close)
 	{
 		return 0;
 	}
-	FPlainDecimal Decimals[MaxPlainNumbers];
-	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
 	for (int32 Count = 0; Count < Limit;)
 	{
-		Text = ParsePlainNumber(Text, Decimals[Count++]);
+		Text = ReadItem(Text, Count++);
 		if (Text == nullptr)
 		{
 			return -1;
 		}
 		Text = SkipSpace(Text);
-		if (*Text == ']')
+		if (*Text == Close)
 		{
-			ToDoubles(Decimals, Count, OutNumbers);
 			return Count;
 		}
 		if (*Text != ',')
@@ -710,67 +707,51 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 	}
 	return -1;
 }
+} // namespace
+
+int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity)
+{
+	FPlainDecimal Decimals[MaxPlainNumbers];
+	const int32 Count =
+		ReadPlainList(Value.raw_json_token().data(), '[', ']', Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers,
+			[&Decimals](const char* Text, int32 Index) { return ParsePlainNumber(Text, Decimals[Index]); });
+	ToDoubles(Decimals, Count, OutNumbers);
+	return Count;
+}
 
 int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* OutMembers, int32 Capacity)
 {
-	const char* Text = Value.raw_json_token().data();
-	if (*Text != '{')
-	{
-		return -1;
-	}
-	Text = SkipSpace(Text + 1);
-	if (*Text == '}')
-	{
-		return 0;
-	}
 	FPlainDecimal Decimals[MaxPlainMembers];
-	const int32 Limit = Capacity < MaxPlainMembers ? Capacity : MaxPlainMembers;
-	for (int32 Count = 0; Count < Limit; ++Count)
+	const int32 Count =
+		ReadPlainList(Value.raw_json_token().data(), '{', '}', Capacity < MaxPlainMembers ? Capacity : MaxPlainMembers,
+			[&Decimals, OutMembers](const char* Text, int32 Index) -> const char*
+			{
+				if (*Text != '"')
+				{
+					return nullptr;
+				}
+				const char* Name = ++Text;
+				// Escapes and control characters are for the full parser.
+				while (*Text != '"')
+				{
+					if (*Text == '\\' || static_cast<unsigned char>(*Text) < 0x20)
+					{
+						return nullptr;
+					}
+					++Text;
+				}
+				OutMembers[Index].Name = Name;
+				OutMembers[Index].NameLength = int32(Text - Name);
+				Text = SkipSpace(Text + 1);
+				return *Text == ':' ? ParsePlainNumber(SkipSpace(Text + 1), Decimals[Index]) : nullptr;
+			});
+	double Numbers[MaxPlainMembers];
+	ToDoubles(Decimals, Count, Numbers);
+	for (int32 Index = 0; Index < Count; ++Index)
 	{
-		if (*Text != '"')
-		{
-			return -1;
-		}
-		const char* Name = ++Text;
-		// Escapes and control characters are for the full parser.
-		while (*Text != '"')
-		{
-			if (*Text == '\\' || static_cast<unsigned char>(*Text) < 0x20)
-			{
-				return -1;
-			}
-			++Text;
-		}
-		OutMembers[Count].Name = Name;
-		OutMembers[Count].NameLength = int32(Text - Name);
-		Text = SkipSpace(Text + 1);
-		if (*Text != ':')
-		{
-			return -1;
-		}
-		Text = ParsePlainNumber(SkipSpace(Text + 1), Decimals[Count]);
-		if (Text == nullptr)
-		{
-			return -1;
-		}
-		Text = SkipSpace(Text);
-		if (*Text == '}')
-		{
-			double Numbers[MaxPlainMembers];
-			ToDoubles(Decimals, Count + 1, Numbers);
-			for (int32 Index = 0; Index <= Count; ++Index)
-			{
-				OutMembers[Index].Number = Numbers[Index];
-			}
-			return Count + 1;
-		}
-		if (*Text != ',')
-		{
-			return -1;
-		}
-		Text = SkipSpace(Text + 1);
+		OutMembers[Index].Number = Numbers[Index];
 	}
-	return -1;
+	return Count;
 }
 
 bool IsAtEnd(simdjson::ondemand::document& Document)
@@ -887,33 +868,9 @@ size_t FZnJsonScratch::ConvertText(const TCHAR* Chars, size_t Length)
 	return size_t(ZnJson::ConvertUtf16(Chars + Ascii, Length - Ascii, Out + Ascii) - Out);
 }
 
-FZnJsonReader::FZnJsonReader()
-{
-	// A reader created while another one on this thread still holds the shared buffers gets its own.
-	if (!GThreadScratch.bBusy)
-	{
-		Scratch = &GThreadScratch;
-	}
-	else
-	{
-		Scratch = new FZnJsonScratch();
-		bOwnsScratch = true;
-	}
-	Scratch->bBusy = true;
-}
+FZnJsonReader::FZnJsonReader() = default;
 
-FZnJsonReader::~FZnJsonReader()
-{
-	if (bOwnsScratch)
-	{
-		delete Scratch;
-	}
-	else
-	{
-		Scratch->ReleaseIfLarge();
-		Scratch->bBusy = false;
-	}
-}
+FZnJsonReader::~FZnJsonReader() = default;
 
 bool FZnJsonReader::LoadText(const FString& Text, size_t& OutLength)
 {

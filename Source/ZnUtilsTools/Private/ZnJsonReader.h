@@ -21,6 +21,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "ZnThreadScratch.h"
 
 #include <string_view>
 
@@ -502,7 +503,6 @@ private:
 	bool LoadUtf8(const char* Utf8, int64 Length, size_t& OutLength);
 	bool ParseBuffer(size_t Length);
 
-	FZnJsonScratch* Scratch = nullptr;
-	bool bOwnsScratch = false;
+	TZnThreadScratch<FZnJsonScratch> Scratch;
 	FZnJsonValue Root;
 };

@@ -67,8 +67,6 @@ struct FZnJsonWindowScratch
 
 namespace
 {
-thread_local FZnJsonWindowScratch GThreadWindowScratch;
-
 inline bool IsJsonSpace(char Char)
 {
 	return Char == ' ' || Char == '\n' || Char == '\r' || Char == '\t';
@@ -123,33 +121,9 @@ inline FBlockMasks ClassifyBlock(const char* Bytes)
 #endif
 } // namespace
 
-FZnJsonWindowReader::FZnJsonWindowReader()
-{
-	// A reader created while another one on this thread still holds the shared buffers gets its own.
-	if (!GThreadWindowScratch.bBusy)
-	{
-		Scratch = &GThreadWindowScratch;
-	}
-	else
-	{
-		Scratch = new FZnJsonWindowScratch();
-		bOwnsScratch = true;
-	}
-	Scratch->bBusy = true;
-}
+FZnJsonWindowReader::FZnJsonWindowReader() = default;
 
-FZnJsonWindowReader::~FZnJsonWindowReader()
-{
-	if (bOwnsScratch)
-	{
-		delete Scratch;
-	}
-	else
-	{
-		Scratch->ReleaseIfLarge();
-		Scratch->bBusy = false;
-	}
-}
+FZnJsonWindowReader::~FZnJsonWindowReader() = default;
 
 size_t FZnJsonWindowReader::WindowBytesFor(size_t TextLength)
 {

@@ -26,6 +26,7 @@
 #pragma once
 
 #include "CoreMinimal.h"
+#include "ZnThreadScratch.h"
 
 #include <simdjson.h>
 
@@ -76,8 +77,7 @@ private:
 	int32 FollowedByValue(const char* Bytes, size_t Comma) const;
 	bool Parse(char* Bytes, size_t Length, simdjson::ondemand::document*& OutDocument);
 
-	FZnJsonWindowScratch* Scratch = nullptr;
-	bool bOwnsScratch = false;
+	TZnThreadScratch<FZnJsonWindowScratch> Scratch;
 
 	// Input: engine text or UTF-8 bytes.
 	const TCHAR* InputChars = nullptr;
