@@ -17,6 +17,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <functional>
 #include <ostream>
 #include <string>
@@ -47,3 +48,24 @@ public:
 	/** Every registered command, in registration order (main sorts them by name). */
 	static std::vector<FEntry>& Entries();
 };
+
+/** printf-style formatting onto a command's stream (which tests may capture). A line longer than
+ * the usual buffer is formatted again into one of its own size, so long paths print whole. */
+template <typename... ArgTypes>
+void ZnPrint(std::ostream& Stream, const char* Format, ArgTypes... Args)
+{
+	char Buffer[512];
+	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
+	if (Length < 0)
+	{
+		return;
+	}
+	if (static_cast<size_t>(Length) < sizeof(Buffer))
+	{
+		Stream.write(Buffer, Length);
+		return;
+	}
+	std::string Long(static_cast<size_t>(Length) + 1, '\0');
+	std::snprintf(Long.data(), Long.size(), Format, Args...);
+	Stream.write(Long.data(), Length);
+}

@@ -17,28 +17,6 @@
 
 namespace
 {
-// printf-style formatting onto the command's streams (which tests may capture).
-// Long paths are printed whole: a line that does not fit the buffer is formatted
-// again into one of its own size.
-template <typename... ArgTypes>
-void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
-{
-	char Buffer[512];
-	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-	if (Length < 0)
-	{
-		return;
-	}
-	if (static_cast<size_t>(Length) < sizeof(Buffer))
-	{
-		Stream.write(Buffer, Length);
-		return;
-	}
-	std::string Long(static_cast<size_t>(Length) + 1, '\0');
-	std::snprintf(Long.data(), Long.size(), Format, Args...);
-	Stream.write(Long.data(), Length);
-}
-
 struct FZnGenerateOptions
 {
 	std::string Kind = "body";
@@ -60,7 +38,7 @@ bool WriteFile(const std::filesystem::path& Path, const std::string& Text, ZnCom
 	Out.close();
 	if (!Out)
 	{
-		Print(Ctx.Err, "zn generate: cannot write %s\n", Path.string().c_str());
+		ZnPrint(Ctx.Err, "zn generate: cannot write %s\n", Path.string().c_str());
 		return false;
 	}
 	return true;
@@ -98,7 +76,7 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 	std::filesystem::create_directories(Folder, Error);
 	if (Error)
 	{
-		Print(Ctx.Err, "zn generate: cannot create %s: %s\n", Folder.string().c_str(), Error.message().c_str());
+		ZnPrint(Ctx.Err, "zn generate: cannot create %s: %s\n", Folder.string().c_str(), Error.message().c_str());
 		return 1;
 	}
 	for (int32 Frame = 0; Frame < Frames; ++Frame)
@@ -125,7 +103,7 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 		std::error_code Ignored;
 		std::filesystem::remove(Path, Ignored);
 	}
-	Print(Ctx.Out, "wrote %d frame files to %s\n", Frames, Folder.string().c_str());
+	ZnPrint(Ctx.Out, "wrote %d frame files to %s\n", Frames, Folder.string().c_str());
 	return 0;
 }
 
@@ -133,7 +111,7 @@ int RunGenerate(const FZnGenerateOptions& Options, ZnCommandContext& Ctx)
 {
 	if (!(Options.Seconds >= 0.0) || Options.Seconds > 3600.0)
 	{
-		Print(Ctx.Err, "zn generate: --seconds must be between 0 and 3600\n");
+		ZnPrint(Ctx.Err, "zn generate: --seconds must be between 0 and 3600\n");
 		return 2;
 	}
 	const int32 Frames = static_cast<int32>(std::lround(Options.Seconds * 30.0));
@@ -170,7 +148,7 @@ int RunGenerate(const FZnGenerateOptions& Options, ZnCommandContext& Ctx)
 	{
 		return 1;
 	}
-	Print(Ctx.Out, "wrote %s: %s %s, %d frames, %zu bytes\n", Options.Output.c_str(), Options.Kind.c_str(),
+	ZnPrint(Ctx.Out, "wrote %s: %s %s, %d frames, %zu bytes\n", Options.Output.c_str(), Options.Kind.c_str(),
 		Options.Kind == "rig" ? "curves" : Options.Format.c_str(), Frames, Text.size());
 	return 0;
 }

@@ -25,28 +25,6 @@
 
 namespace
 {
-// printf-style formatting onto the command's streams (which tests may capture).
-// Long bone names and paths are printed whole: a line that does not fit the buffer is formatted
-// again into one of its own size.
-template <typename... ArgTypes>
-void Print(std::ostream& Stream, const char* Format, ArgTypes... Args)
-{
-	char Buffer[512];
-	const int Length = std::snprintf(Buffer, sizeof(Buffer), Format, Args...);
-	if (Length < 0)
-	{
-		return;
-	}
-	if (static_cast<size_t>(Length) < sizeof(Buffer))
-	{
-		Stream.write(Buffer, Length);
-		return;
-	}
-	std::string Long(static_cast<size_t>(Length) + 1, '\0');
-	std::snprintf(Long.data(), Long.size(), Format, Args...);
-	Stream.write(Long.data(), Length);
-}
-
 struct FZnSampleOptions
 {
 	std::string BodyFile;
@@ -167,7 +145,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	std::string Text;
 	if (!ReadText(Options.BodyFile, Text))
 	{
-		Print(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
+		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
 		return false;
 	}
 	Out.Format = Options.BodyFormat == "auto" ? DetectFormat(Text, true) : Options.BodyFormat;
@@ -215,7 +193,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	}
 	if (Out.Data.BoneNames.Num() == 0)
 	{
-		Print(
+		ZnPrint(
 			Ctx.Err, "zn sample: no bones decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
 		return false;
 	}
@@ -223,7 +201,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 		[](const FZnQuatCurve& Curve) { return Curve.Keys.Num() > 0; });
 	if (!bAnyBoneKey && Out.Data.RootPositionCurve.GetNumKeys() == 0)
 	{
-		Print(
+		ZnPrint(
 			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
 		return false;
 	}
@@ -237,7 +215,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 		}
 		if (Found == INDEX_NONE)
 		{
-			Print(Ctx.Err, "zn sample: no bone %s in %s\n", Wanted.c_str(), Options.BodyFile.c_str());
+			ZnPrint(Ctx.Err, "zn sample: no bone %s in %s\n", Wanted.c_str(), Options.BodyFile.c_str());
 			return false;
 		}
 		if (std::find(Out.Printed.begin(), Out.Printed.end(), Found) == Out.Printed.end())
@@ -260,7 +238,7 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	std::string Text;
 	if (!ReadText(Options.FaceFile, Text))
 	{
-		Print(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
+		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
 		return false;
 	}
 	Out.Format = Options.FaceFormat == "auto" ? DetectFormat(Text, false) : Options.FaceFormat;
@@ -298,7 +276,7 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	}
 	if (Out.Data.Curves.Num() == 0)
 	{
-		Print(Ctx.Err, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(),
+		ZnPrint(Ctx.Err, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(),
 			Out.Format.c_str());
 		return false;
 	}
@@ -308,7 +286,7 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 		[](const FFloatCurve& Curve) { return Curve.FloatCurve.GetNumKeys() > 0; });
 	if (!bAnyKey)
 	{
-		Print(
+		ZnPrint(
 			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.FaceFile.c_str(), Out.Format.c_str());
 		return false;
 	}
@@ -346,26 +324,26 @@ nlohmann::ordered_json SampleAsJson(const FZnSampledBody* Body, const FZnSampled
 
 void PrintSample(const FZnSampledBody* Body, const FZnSampledFace* Face, float Time, ZnCommandContext& Ctx)
 {
-	Print(Ctx.Out, "time %.4f s\n", Time);
+	ZnPrint(Ctx.Out, "time %.4f s\n", Time);
 	if (Body)
 	{
 		const FVectorCurve& Root = Body->Data.RootPositionCurve;
-		Print(Ctx.Out, "  root position (cm)  %10.4f %10.4f %10.4f\n", Root.FloatCurves[0].Eval(Time),
+		ZnPrint(Ctx.Out, "  root position (cm)  %10.4f %10.4f %10.4f\n", Root.FloatCurves[0].Eval(Time),
 			Root.FloatCurves[1].Eval(Time), Root.FloatCurves[2].Eval(Time));
-		Print(Ctx.Out, "  %-20s %10s %10s %10s %10s\n", "bone", "X", "Y", "Z", "W");
+		ZnPrint(Ctx.Out, "  %-20s %10s %10s %10s %10s\n", "bone", "X", "Y", "Z", "W");
 		for (const int32 Bone : Body->Printed)
 		{
 			const FQuat Q = Body->Data.BoneCurves[Bone].Evaluate(Time, 0.0001f);
-			Print(Ctx.Out, "  %-20s %10.6f %10.6f %10.6f %10.6f\n", ToUtf8(Body->Data.BoneNames[Bone]).c_str(), Q.X,
+			ZnPrint(Ctx.Out, "  %-20s %10.6f %10.6f %10.6f %10.6f\n", ToUtf8(Body->Data.BoneNames[Bone]).c_str(), Q.X,
 				Q.Y, Q.Z, Q.W);
 		}
 	}
 	if (Face)
 	{
-		Print(Ctx.Out, "  %-20s %10s\n", "face curve", "value");
+		ZnPrint(Ctx.Out, "  %-20s %10s\n", "face curve", "value");
 		for (int32 Curve = 0; Curve < Face->Data.Curves.Num(); ++Curve)
 		{
-			Print(Ctx.Out, "  %-20s %10.6f\n", Face->Names[static_cast<size_t>(Curve)].c_str(),
+			ZnPrint(Ctx.Out, "  %-20s %10.6f\n", Face->Names[static_cast<size_t>(Curve)].c_str(),
 				Face->Data.Curves[Curve].FloatCurve.Eval(Time));
 		}
 	}
@@ -375,12 +353,12 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 {
 	if (Options.BodyFile.empty() && Options.FaceFile.empty())
 	{
-		Print(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
+		ZnPrint(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
 		return 2;
 	}
 	if (!Options.Bones.empty() && Options.BodyFile.empty())
 	{
-		Print(Ctx.Err, "zn sample: --bones needs --body FILE\n");
+		ZnPrint(Ctx.Err, "zn sample: --bones needs --body FILE\n");
 		return 2;
 	}
 	std::unique_ptr<FZnSampledBody> Body;
@@ -413,12 +391,12 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 	}
 	if (Body)
 	{
-		Print(Ctx.Out, "body %s: %s, %d bones, totalTime %g s\n", Options.BodyFile.c_str(), Body->Format.c_str(),
+		ZnPrint(Ctx.Out, "body %s: %s, %d bones, totalTime %g s\n", Options.BodyFile.c_str(), Body->Format.c_str(),
 			Body->Data.BoneNames.Num(), Body->Data.totalTime);
 	}
 	if (Face)
 	{
-		Print(Ctx.Out, "face %s: %s, %d curves, totalTime %g s\n", Options.FaceFile.c_str(), Face->Format.c_str(),
+		ZnPrint(Ctx.Out, "face %s: %s, %d curves, totalTime %g s\n", Options.FaceFile.c_str(), Face->Format.c_str(),
 			Face->Data.Curves.Num(), Face->Data.totalTime);
 	}
 	for (double Time : Options.Times)
