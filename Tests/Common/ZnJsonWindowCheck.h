@@ -85,12 +85,13 @@ inline bool Canonical(ondemand::value Value, std::string& Out)
 		}
 		case ondemand::json_type::number:
 		{
-			ondemand::number Number;
-			if (Value.get_number().get(Number) != SUCCESS)
+			// The decoders' number reader, which also mends the iterator's reading of long numbers.
+			double Number = 0.0;
+			if (!ZnJson::ReadNumber(Value, 1, Number))
 			{
 				return false;
 			}
-			Out += NumberText(Number.as_double());
+			Out += NumberText(Number);
 			return true;
 		}
 		case ondemand::json_type::string:
@@ -178,7 +179,8 @@ inline bool CanonicalScalarRoot(ondemand::document& Document, ondemand::json_typ
 				return true;
 			}
 			double Number = 0.0;
-			if (Document.get_double().get(Number) != SUCCESS)
+			if (Document.get_double().get(Number) != SUCCESS ||
+				(Token.size() > 20 && !ZnJson::ReadLongNumber(Token, Number)))
 			{
 				return false;
 			}

@@ -2,6 +2,7 @@
 // the same order, and the same verdict on every malformed text. These tests read texts through
 // windows of many sizes (down to a single byte, which cuts at every comma that may be cut),
 // put the pieces back together and compare them with a whole parse.
+#include "ZnDM_BpFuncLib.h"
 #include "ZnJsonWindowCheck.h"
 #include "ZnMotionGenerator.h"
 
@@ -356,5 +357,68 @@ TEST(ZnJsonPlainNumbers, MembersAreReadWithTheirNamesInOrder)
 	}
 	// An escaped name and a string value go the full way; an empty object is plain.
 	EXPECT_EQ(Counts, (std::vector<int32>{3, -1, -1, 0}));
+}
+} // namespace
+
+namespace
+{
+// The iterator's own number reader misreads numbers of more than 19 significant digits; the
+// decoders' reader must give what a whole parse gives, bit for bit.
+TEST(ZnJsonLongNumbers, NumbersOfManyDigitsReadAsAWholeParseReadsThem)
+{
+	const char* const Numbers[] = {"-0.16242501000000000445023471", "16.242501000000000445023471",
+		"0.100000000000000000000000000001", "123456.78901234567890123456", "1.00000000000000000000000001e-5",
+		"-9.8765432109876543210e300", "0.0000000000000000000000000000001", "1234567890.1234567890123",
+		"0.000000000000000000000000000000000000000000000000000000000000000000000000000000001e-300",
+		" 7.1234567890123456789012 "};
+	for (const char* Number : Numbers)
+	{
+		const std::string Text = std::string("[") + Number + "]";
+		FZnJsonReader Whole;
+		ASSERT_TRUE(Whole.Parse(ZnJson::ToString(Text))) << Text;
+		const double Expected = Whole.GetRoot().AsArray().GetValue(0).AsNumber();
+
+		FZnJsonWindowReader Reader;
+		const FString Wide = ZnJson::ToString(Text);
+		simdjson::ondemand::document* Document = nullptr;
+		bool bContinues = false;
+		simdjson::ondemand::array Root;
+		ASSERT_TRUE(Reader.Begin(Wide) && Reader.Next(Document, bContinues));
+		ASSERT_EQ(Document->get_array().get(Root), simdjson::SUCCESS);
+		for (simdjson::simdjson_result<simdjson::ondemand::value> Element : Root)
+		{
+			simdjson::ondemand::value Value;
+			ASSERT_EQ(Element.get(Value), simdjson::SUCCESS);
+			double Read = -1.0;
+			ASSERT_TRUE(ZnJson::ReadNumber(Value, 2, Read)) << Text;
+			EXPECT_EQ(std::memcmp(&Read, &Expected, sizeof(double)), 0)
+				<< Text << ": " << Read << " against " << Expected;
+		}
+	}
+}
+
+TEST(ZnJsonLongNumbers, ALongNumberTooLargeForADoubleIsRefused)
+{
+	const FString Text = ZnJson::ToString("[1.00000000000000000000000001e400]");
+	FZnJsonReader Whole;
+	EXPECT_FALSE(Whole.Parse(Text));
+	EXPECT_FALSE(ZnJsonWindowCheck::ReadThroughWindows(Text, 0).bAccepted);
+}
+
+TEST(ZnJsonLongNumbers, AFaceWeightOfManyDigitsIsReadExactly)
+{
+	// 70 values: the frame is read value by value, through the long-number path.
+	std::string Frame = "[16.242501000000000445023471";
+	for (int32 Index = 1; Index < 70; ++Index)
+	{
+		Frame += ",1";
+	}
+	Frame += "]";
+	FZnFaceData Face;
+	UZnDM_BpFuncLib::ParseJsonToFacedata(ZnJson::ToString("[" + Frame + "]"), Face);
+	ASSERT_EQ(Face.CurveFrames.Num(), 51);
+	ASSERT_EQ(Face.CurveFrames[0].Num(), 1);
+	EXPECT_EQ(Face.CurveFrames[0][0], float(16.242501000000000445023471) * 0.01f);
+	EXPECT_EQ(Face.CurveFrames[50][0], 0.01f);
 }
 } // namespace

@@ -1,5 +1,6 @@
 #include "ZnJsonReader.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -752,6 +753,65 @@ int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* Out
 		OutMembers[Index].Number = Numbers[Index];
 	}
 	return Count;
+}
+
+bool ReadLongNumber(std::string_view Token, double& OutNumber)
+{
+	// The token runs on to the next structural byte: trailing whitespace is not the number's.
+	size_t Length = Token.size();
+	while (Length > 0 &&
+		(Token[Length - 1] == ' ' || Token[Length - 1] == '\n' || Token[Length - 1] == '\r' ||
+			Token[Length - 1] == '\t'))
+	{
+		--Length;
+	}
+	const char* Begin = Token.data();
+	const char* End = Begin + Length;
+	const std::from_chars_result Result = std::from_chars(Begin, End, OutNumber);
+	if (Result.ec == std::errc())
+	{
+		return Result.ptr == End;
+	}
+	if (Result.ec != std::errc::result_out_of_range)
+	{
+		return false;
+	}
+	// Out of range: too small (reads as zero, as the full parser reads it) or too large (refused).
+	// About the power of ten of the digits tells which, with the exponent added.
+	int64 Magnitude = 0;
+	bool bNonZero = false;
+	const char* Cursor = Begin + (*Begin == '-' ? 1 : 0);
+	for (; Cursor < End && *Cursor >= '0' && *Cursor <= '9'; ++Cursor)
+	{
+		bNonZero |= *Cursor != '0';
+		Magnitude += bNonZero ? 1 : 0;
+	}
+	if (Cursor < End && *Cursor == '.')
+	{
+		for (++Cursor; Cursor < End && *Cursor >= '0' && *Cursor <= '9'; ++Cursor)
+		{
+			Magnitude -= (!bNonZero && *Cursor == '0') ? 1 : 0;
+			bNonZero |= *Cursor != '0';
+		}
+	}
+	int64 Exponent = 0;
+	if (Cursor < End)
+	{
+		++Cursor;
+		const bool bNegative = *Cursor == '-';
+		Cursor += (*Cursor == '-' || *Cursor == '+') ? 1 : 0;
+		for (; Cursor < End; ++Cursor)
+		{
+			Exponent = Exponent < 100000000 ? Exponent * 10 + (*Cursor - '0') : Exponent;
+		}
+		Exponent = bNegative ? -Exponent : Exponent;
+	}
+	if (Magnitude + Exponent > 0)
+	{
+		return false;
+	}
+	OutNumber = *Begin == '-' ? -0.0 : 0.0;
+	return true;
 }
 
 bool IsAtEnd(simdjson::ondemand::document& Document)

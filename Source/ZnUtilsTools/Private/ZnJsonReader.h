@@ -90,10 +90,22 @@ bool CheckLargeNumber(simdjson::ondemand::value& Value);
 
 // A value read as a number: a number gives its value, any other kind is checked and reads 0.
 // False when the text is malformed.
+// Reads a number's text exactly; for numbers of more than 19 digits (see ReadNumber). False when
+// it is too large for a double.
+bool ReadLongNumber(std::string_view Token, double& OutNumber);
+
 inline bool ReadNumber(simdjson::ondemand::value& Value, int32 Depth, double& OutNumber)
 {
+	const std::string_view Token = Value.raw_json_token();
 	if (Value.get_double().get(OutNumber) == simdjson::SUCCESS)
 	{
+		// This simdjson's single-pass number reader misreads numbers of more than 19 significant
+		// digits (-0.16242501000000000445023471 reads as -1.37e-07); a token that long, which no
+		// producer writes but a network may deliver, is read again exactly.
+		if (Token.size() > 20 && !ReadLongNumber(Token, OutNumber))
+		{
+			return false;
+		}
 		// Integers past 64 bits still read as doubles here; a whole parse rejects them, so a
 		// magnitude in that range is checked once more the strict way.
 		return (OutNumber < 9223372036854775808.0 && OutNumber >= -9223372036854775808.0) || CheckLargeNumber(Value);
