@@ -1,5 +1,7 @@
 #include "ZnJsonReader.h"
 
+#include "ZnPaddedBuffer.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -15,30 +17,10 @@
 struct FZnJsonScratch
 {
 	simdjson::dom::parser Parser;
-	std::unique_ptr<char[]> Buffer;
-	size_t BufferCapacity = 0;
+	FZnPaddedBuffer Text;
 	bool bBusy = false;
 
-	// Makes room for Length bytes of text plus the zeroed padding the parser reads past the end,
-	// keeping the first Keep bytes already written.
-	char* Reserve(size_t Length, size_t Keep = 0)
-	{
-		const size_t Needed = Length + simdjson::SIMDJSON_PADDING;
-		if (Needed > BufferCapacity)
-		{
-			// Grow geometrically: a stream of slowly growing texts should not reallocate each time.
-			size_t NewCapacity = BufferCapacity + BufferCapacity / 2;
-			NewCapacity = NewCapacity < Needed ? Needed : NewCapacity;
-			std::unique_ptr<char[]> NewBuffer(new char[NewCapacity]);
-			if (Keep > 0)
-			{
-				std::memcpy(NewBuffer.get(), Buffer.get(), Keep);
-			}
-			Buffer = std::move(NewBuffer);
-			BufferCapacity = NewCapacity;
-		}
-		return Buffer.get();
-	}
+	char* Reserve(size_t Length, size_t Keep = 0) { return Text.Reserve(Length, Keep); }
 
 	// Converts engine text into the buffer and returns its UTF-8 length. The buffer is sized for
 	// ASCII first (one byte per unit); only text that turns out not to be ASCII is measured and
@@ -49,11 +31,10 @@ struct FZnJsonScratch
 	void ReleaseIfLarge()
 	{
 		constexpr size_t KeepLimit = size_t(64) << 20;
-		if (BufferCapacity > KeepLimit || Parser.capacity() > KeepLimit)
+		if (Text.Capacity > KeepLimit || Parser.capacity() > KeepLimit)
 		{
 			Parser = simdjson::dom::parser();
-			Buffer.reset();
-			BufferCapacity = 0;
+			Text.Release();
 		}
 	}
 };
@@ -984,10 +965,10 @@ bool FZnJsonReader::ParseUtf8(const char* Utf8, int64 Length)
 bool FZnJsonReader::ParseBuffer(size_t Length)
 {
 	// Stale bytes past the end could change how a malformed text is read.
-	std::memset(Scratch->Buffer.get() + Length, 0, simdjson::SIMDJSON_PADDING);
+	std::memset(Scratch->Text.Bytes.get() + Length, 0, simdjson::SIMDJSON_PADDING);
 	simdjson::dom::element Element;
 	// The parser rejects trailing content after the root value, and validates the whole text.
-	if (Scratch->Parser.parse(Scratch->Buffer.get(), Length, false).get(Element) != simdjson::SUCCESS)
+	if (Scratch->Parser.parse(Scratch->Text.Bytes.get(), Length, false).get(Element) != simdjson::SUCCESS)
 	{
 		return false;
 	}

@@ -1,6 +1,7 @@
 #include "ZnJsonWindowReader.h"
 
 #include "ZnJsonReader.h"
+#include "ZnPaddedBuffer.h"
 
 #include <cstring>
 #include <memory>
@@ -17,39 +18,14 @@
 // the cut) and the parser, kept per thread: decoding a clip after a clip allocates nothing.
 struct FZnJsonWindowScratch
 {
-	struct FBuffer
-	{
-		std::unique_ptr<char[]> Bytes;
-		size_t Capacity = 0;
-
-		// Room for Needed bytes plus the parser's zeroed padding, keeping the first Keep bytes.
-		char* Reserve(size_t Needed, size_t Keep)
-		{
-			const size_t Total = Needed + simdjson::SIMDJSON_PADDING;
-			if (Total > Capacity)
-			{
-				size_t NewCapacity = Capacity + Capacity / 2;
-				NewCapacity = NewCapacity < Total ? Total : NewCapacity;
-				std::unique_ptr<char[]> NewBytes(new char[NewCapacity]);
-				if (Keep > 0)
-				{
-					std::memcpy(NewBytes.get(), Bytes.get(), Keep);
-				}
-				Bytes = std::move(NewBytes);
-				Capacity = NewCapacity;
-			}
-			return Bytes.get();
-		}
-	};
-
 	simdjson::ondemand::parser Parser;
 	simdjson::ondemand::document Document;
-	FBuffer Buffers[2];
+	FZnPaddedBuffer Buffers[2];
 	int32 Current = 0;
 	bool bBusy = false;
 
-	FBuffer& Filling() { return Buffers[Current]; }
-	FBuffer& Spare() { return Buffers[1 - Current]; }
+	FZnPaddedBuffer& Filling() { return Buffers[Current]; }
+	FZnPaddedBuffer& Spare() { return Buffers[1 - Current]; }
 
 	// A text this large is rare; its buffers are not worth keeping for the rest of the thread's life.
 	void ReleaseIfLarge()
@@ -59,8 +35,8 @@ struct FZnJsonWindowScratch
 		{
 			Document = simdjson::ondemand::document();
 			Parser = simdjson::ondemand::parser();
-			Buffers[0] = FBuffer();
-			Buffers[1] = FBuffer();
+			Buffers[0].Release();
+			Buffers[1].Release();
 		}
 	}
 };
@@ -191,7 +167,7 @@ void FZnJsonWindowReader::Convert(size_t Units)
 {
 	size_t Count = InputLength - InputPosition;
 	Count = Count < Units ? Count : Units;
-	FZnJsonWindowScratch::FBuffer& Buffer = Scratch->Filling();
+	FZnPaddedBuffer& Buffer = Scratch->Filling();
 	if (InputBytes != nullptr)
 	{
 		char* Bytes = Buffer.Reserve(Length + Count + 8, Length);
