@@ -647,6 +647,65 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNum
 	}
 	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
 }
+
+// One number of a tightly written array ("[1.5,-0.25,0]", no whitespace), found and classified
+// from a single 16-byte load: where it ends and whether a comma or the closing bracket follows
+// come from masks of that load, so the next number's position is known a few instructions after
+// this one's start. Returns the bytes the number takes, or 0 when it does not have this shape
+// (then the caller reads the array the general way).
+FORCEINLINE int32 ParseTightNumber(const char* Text, FPlainDecimal& OutNumber, char& OutNext)
+{
+	const __m128i Block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Text));
+	const uint32 DigitBits = uint32(_mm_movemask_epi8(
+		_mm_and_si128(_mm_cmpgt_epi8(Block, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(Block, _mm_set1_epi8('9' + 1)))));
+	const uint32 DotBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('.'))));
+	const uint32 CommaBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(','))));
+	const uint32 CloseBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(']'))));
+	const bool bNegative = char(_mm_cvtsi128_si32(Block)) == '-';
+	const int32 Start = bNegative ? 1 : 0;
+	// Non-digits from the first digit on (a sign is not one of them), with a stop past the block.
+	const uint32 Others = (~DigitBits & 0xFFFFu & ~uint32(Start)) | 0x10000u;
+	const int32 IntegerEnd = int32(FMath::CountTrailingZeros64(Others));
+	const int32 IntegerDigits = IntegerEnd - Start;
+	if (IntegerDigits <= 0 || IntegerDigits > 8 || (Text[Start] == '0' && IntegerDigits > 1))
+	{
+		return 0;
+	}
+	uint64 Mantissa = DigitsValue(LoadEightBytes(Text + Start), IntegerDigits);
+	int32 End = IntegerEnd;
+	int32 Exponent = 0;
+	if ((DotBits >> IntegerEnd) & 1u)
+	{
+		End = int32(FMath::CountTrailingZeros64(Others & ~((2u << IntegerEnd) - 1u)));
+		const int32 FractionDigits = End - IntegerEnd - 1;
+		if (FractionDigits <= 0 || End >= 16)
+		{
+			return 0;
+		}
+		const char* Fraction = Text + IntegerEnd + 1;
+		if (FractionDigits <= 8)
+		{
+			Mantissa =
+				Mantissa * IntegerPowersOfTen[FractionDigits] + DigitsValue(LoadEightBytes(Fraction), FractionDigits);
+		}
+		else
+		{
+			const int32 Rest = FractionDigits - 8;
+			Mantissa = (Mantissa * IntegerPowersOfTen[8] + DigitsValue(LoadEightBytes(Fraction), 8)) *
+					IntegerPowersOfTen[Rest] +
+				DigitsValue(LoadEightBytes(Fraction + 8), Rest);
+		}
+		Exponent = -FractionDigits;
+	}
+	// Only a comma or the bracket may follow (an exponent, whitespace or the block's end do not).
+	const bool bComma = (CommaBits >> End) & 1u;
+	if (End >= 16 || !(bComma || ((CloseBits >> End) & 1u)))
+	{
+		return 0;
+	}
+	OutNext = bComma ? ',' : ']';
+	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? End : 0;
+}
 #else
 FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
 {
@@ -694,9 +753,32 @@ FORCEINLINE int32 ReadPlainList(const char* Text, char Open, char Close, int32 L
 int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity)
 {
 	FPlainDecimal Decimals[MaxPlainNumbers];
-	const int32 Count =
-		ReadPlainList(Value.raw_json_token().data(), '[', ']', Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers,
-			[&Decimals](const char* Text, int32 Index) { return ParsePlainNumber(Text, Decimals[Index]); });
+	const char* const Token = Value.raw_json_token().data();
+	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
+#if defined(__SSE2__) || defined(_M_X64)
+	// Producers write frames without whitespace: read those number by number from masks.
+	if (Token[0] == '[' && Token[1] != ']')
+	{
+		const char* Text = Token + 1;
+		for (int32 Count = 0; Count < Limit; ++Count)
+		{
+			char Next = 0;
+			const int32 Length = ParseTightNumber(Text, Decimals[Count], Next);
+			if (Length == 0)
+			{
+				break;
+			}
+			if (Next == ']')
+			{
+				ToDoubles(Decimals, Count + 1, OutNumbers);
+				return Count + 1;
+			}
+			Text += Length + 1;
+		}
+	}
+#endif
+	const int32 Count = ReadPlainList(Token, '[', ']', Limit,
+		[&Decimals](const char* Text, int32 Index) { return ParsePlainNumber(Text, Decimals[Index]); });
 	ToDoubles(Decimals, Count, OutNumbers);
 	return Count;
 }
