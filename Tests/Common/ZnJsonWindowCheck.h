@@ -16,6 +16,12 @@ using namespace simdjson;
 
 inline std::string NumberText(double Number)
 {
+	// The tree stores "-0" as the integer 0 while the iterator keeps its sign (as the engine's
+	// reader does); that one known difference is not what this check is about.
+	if (Number == 0.0)
+	{
+		return "0";
+	}
 	char Buffer[40];
 	std::snprintf(Buffer, sizeof(Buffer), "%.17g", Number);
 	return Buffer;
