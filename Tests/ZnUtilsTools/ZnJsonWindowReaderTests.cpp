@@ -370,7 +370,8 @@ TEST(ZnJsonLongNumbers, NumbersOfManyDigitsReadAsAWholeParseReadsThem)
 		"0.100000000000000000000000000001", "123456.78901234567890123456", "1.00000000000000000000000001e-5",
 		"-9.8765432109876543210e300", "0.0000000000000000000000000000001", "1234567890.1234567890123",
 		"0.000000000000000000000000000000000000000000000000000000000000000000000000000000001e-300",
-		" 7.1234567890123456789012 "};
+		" 7.1234567890123456789012 ", "-0.16214981e000000000000000000000000000000000",
+		"1E+00000000000000000000000000000002"};
 	for (const char* Number : Numbers)
 	{
 		const std::string Text = std::string("[") + Number + "]";
@@ -395,6 +396,21 @@ TEST(ZnJsonLongNumbers, NumbersOfManyDigitsReadAsAWholeParseReadsThem)
 				<< Text << ": " << Read << " against " << Expected;
 		}
 	}
+}
+
+TEST(ZnJsonLongNumbers, LongTokensThatAreNotJsonNumbersAreStillRefused)
+{
+	for (const char* Text : {"[0001.5000000000000000000000]", "[1.000000000000000000000000e]",
+			 "[123456789012345678901234567890]", "[1.00000000000000000000000000.5]"})
+	{
+		FZnJsonReader Whole;
+		EXPECT_FALSE(Whole.Parse(ZnJson::ToString(Text))) << Text;
+		EXPECT_FALSE(ZnJsonWindowCheck::ReadThroughWindows(ZnJson::ToString(Text), 0).bAccepted) << Text;
+	}
+	EXPECT_TRUE(ZnJson::IsJsonFraction("-0.5e+0000000000000000001 "));
+	EXPECT_FALSE(ZnJson::IsJsonFraction("12345678901234567890123"));
+	EXPECT_FALSE(ZnJson::IsJsonFraction("01.5"));
+	EXPECT_FALSE(ZnJson::IsJsonFraction("1.e5"));
 }
 
 TEST(ZnJsonLongNumbers, ALongNumberTooLargeForADoubleIsRefused)

@@ -877,6 +877,54 @@ bool ReadLongNumber(std::string_view Token, double& OutNumber)
 	return true;
 }
 
+bool IsJsonFraction(std::string_view Token)
+{
+	size_t Index = 0;
+	const size_t Length = Token.size();
+	auto Digits = [&]()
+	{
+		const size_t First = Index;
+		while (Index < Length && Token[Index] >= '0' && Token[Index] <= '9')
+		{
+			++Index;
+		}
+		return Index - First;
+	};
+	Index += (Index < Length && Token[Index] == '-') ? 1 : 0;
+	const size_t IntegerStart = Index;
+	const size_t IntegerDigits = Digits();
+	if (IntegerDigits == 0 || (IntegerDigits > 1 && Token[IntegerStart] == '0'))
+	{
+		return false;
+	}
+	bool bFraction = false;
+	if (Index < Length && Token[Index] == '.')
+	{
+		++Index;
+		if (Digits() == 0)
+		{
+			return false;
+		}
+		bFraction = true;
+	}
+	if (Index < Length && (Token[Index] == 'e' || Token[Index] == 'E'))
+	{
+		++Index;
+		Index += (Index < Length && (Token[Index] == '+' || Token[Index] == '-')) ? 1 : 0;
+		if (Digits() == 0)
+		{
+			return false;
+		}
+		bFraction = true;
+	}
+	while (
+		Index < Length && (Token[Index] == ' ' || Token[Index] == '\n' || Token[Index] == '\r' || Token[Index] == '\t'))
+	{
+		++Index;
+	}
+	return bFraction && Index == Length;
+}
+
 bool IsAtEnd(simdjson::ondemand::document& Document)
 {
 	// Past the last token there is no location left to report.

@@ -94,6 +94,10 @@ bool CheckLargeNumber(simdjson::ondemand::value& Value);
 // it is too large for a double.
 bool ReadLongNumber(std::string_view Token, double& OutNumber);
 
+// A JSON number with a fraction or an exponent, written exactly as JSON allows (trailing
+// whitespace aside).
+bool IsJsonFraction(std::string_view Token);
+
 inline bool ReadNumber(simdjson::ondemand::value& Value, int32 Depth, double& OutNumber)
 {
 	const std::string_view Token = Value.raw_json_token();
@@ -109,6 +113,12 @@ inline bool ReadNumber(simdjson::ondemand::value& Value, int32 Depth, double& Ou
 		// Integers past 64 bits still read as doubles here; a whole parse rejects them, so a
 		// magnitude in that range is checked once more the strict way.
 		return (OutNumber < 9223372036854775808.0 && OutNumber >= -9223372036854775808.0) || CheckLargeNumber(Value);
+	}
+	// The same reader refuses a long exponent written with leading zeros ("1e000000000000000000001"),
+	// which a whole parse reads.
+	if (Token.size() > 20 && IsJsonFraction(Token) && ReadLongNumber(Token, OutNumber))
+	{
+		return true;
 	}
 	OutNumber = 0.0;
 	return SkipValue(Value, Depth);
