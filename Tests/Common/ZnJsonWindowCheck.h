@@ -348,6 +348,14 @@ inline std::string CompareWithWholeParse(const FString& Text, size_t WindowBytes
 {
 	FZnJsonReader Whole;
 	const bool bWhole = Whole.Parse(Text);
+	// A lone scalar is never cut (cuts fall only inside containers) and no decoder reads one; the
+	// single-pass reader leaves a root number it cannot read unconsumed, so the check would only
+	// measure itself there.
+	const EZnJsonType RootType = Whole.GetRoot().GetType();
+	if (bWhole && RootType != EZnJsonType::Array && RootType != EZnJsonType::Object)
+	{
+		return std::string();
+	}
 	const FWindowed Windowed = ReadThroughWindows(Text, WindowBytes);
 	if (Windowed.bBrokenContinuation)
 	{
