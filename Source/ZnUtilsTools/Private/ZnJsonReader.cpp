@@ -453,6 +453,18 @@ inline uint64 DigitsValue(uint64 Word, int32 Count)
 	return ((Word & 0x0000FFFF0000FFFFull) * 42949672960001ull) >> 32;
 }
 
+// Mantissa followed by the Count (1 to 16) digits at Digits, whose count is already known.
+FORCEINLINE uint64 AppendFractionDigits(uint64 Mantissa, const char* Digits, int32 Count)
+{
+	if (Count <= 8)
+	{
+		return Mantissa * IntegerPowersOfTen[Count] + DigitsValue(LoadEightBytes(Digits), Count);
+	}
+	const int32 Rest = Count - 8;
+	return (Mantissa * IntegerPowersOfTen[8] + DigitsValue(LoadEightBytes(Digits), 8)) * IntegerPowersOfTen[Rest] +
+		DigitsValue(LoadEightBytes(Digits + 8), Rest);
+}
+
 // Appends the digits at Text to Mantissa, eight at a time; returns the first byte past them.
 inline const char* ReadDigits(const char* Text, uint64& Mantissa, int32& Digits)
 {
@@ -626,18 +638,7 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNum
 			return ParsePlainNumberByWords(Start, OutNumber);
 		}
 		const char* Fraction = Text + 1;
-		if (FractionDigits <= 8)
-		{
-			Mantissa =
-				Mantissa * IntegerPowersOfTen[FractionDigits] + DigitsValue(LoadEightBytes(Fraction), FractionDigits);
-		}
-		else
-		{
-			const int32 Rest = FractionDigits - 8;
-			Mantissa = (Mantissa * IntegerPowersOfTen[8] + DigitsValue(LoadEightBytes(Fraction), 8)) *
-					IntegerPowersOfTen[Rest] +
-				DigitsValue(LoadEightBytes(Fraction + 8), Rest);
-		}
+		Mantissa = AppendFractionDigits(Mantissa, Fraction, FractionDigits);
 		Exponent = -FractionDigits;
 		Text = Fraction + FractionDigits;
 	}
@@ -682,19 +683,7 @@ FORCEINLINE int32 ParseTightNumber(const char* Text, FPlainDecimal& OutNumber, c
 		{
 			return 0;
 		}
-		const char* Fraction = Text + IntegerEnd + 1;
-		if (FractionDigits <= 8)
-		{
-			Mantissa =
-				Mantissa * IntegerPowersOfTen[FractionDigits] + DigitsValue(LoadEightBytes(Fraction), FractionDigits);
-		}
-		else
-		{
-			const int32 Rest = FractionDigits - 8;
-			Mantissa = (Mantissa * IntegerPowersOfTen[8] + DigitsValue(LoadEightBytes(Fraction), 8)) *
-					IntegerPowersOfTen[Rest] +
-				DigitsValue(LoadEightBytes(Fraction + 8), Rest);
-		}
+		Mantissa = AppendFractionDigits(Mantissa, Text + IntegerEnd + 1, FractionDigits);
 		Exponent = -FractionDigits;
 	}
 	// Only a comma or the bracket may follow (an exponent, whitespace or the block's end do not).
