@@ -13,26 +13,9 @@ using namespace ZnTest;
 
 namespace
 {
-class ZnGenerateErrorTests : public ::testing::Test
+class ZnGenerateErrorTests : public ZnTest::FZnFolderTest
 {
 protected:
-	void SetUp() override
-	{
-		const ::testing::TestInfo* Info = ::testing::UnitTest::GetInstance()->current_test_info();
-		Folder = std::filesystem::absolute(
-			std::string("zn_generate_error_") + Info->name() + "_" + std::to_string(getpid()));
-		std::filesystem::remove_all(Folder);
-		std::filesystem::create_directories(Folder);
-	}
-
-	void TearDown() override
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Folder, Ignored);
-	}
-
-	std::string PathOf(const std::string& Name) const { return (Folder / Name).string(); }
-
 	// Runs zn generate -o PathOf("out.json") with Args; expects a failure that names Needle and
 	// leaves no output behind.
 	void ExpectRefused(std::vector<std::string> Args, const std::string& Needle, int Status = -1)
@@ -51,8 +34,6 @@ protected:
 		EXPECT_EQ(Run.Out, "");
 		EXPECT_FALSE(std::filesystem::exists(PathOf("out.json"))) << ::testing::PrintToString(Args);
 	}
-
-	std::filesystem::path Folder;
 };
 } // namespace
 

@@ -17,25 +17,9 @@ using namespace ZnTest;
 namespace
 {
 // Each test writes into a folder of its own, so tests that ctest runs side by side never share files.
-class ZnGenerateTests : public ::testing::Test
+class ZnGenerateTests : public ZnTest::FZnFolderTest
 {
 protected:
-	void SetUp() override
-	{
-		const ::testing::TestInfo* Info = ::testing::UnitTest::GetInstance()->current_test_info();
-		Folder = std::filesystem::absolute(std::string("zn_generate_") + Info->name() + "_" + std::to_string(getpid()));
-		std::filesystem::remove_all(Folder);
-		std::filesystem::create_directories(Folder);
-	}
-
-	void TearDown() override
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Folder, Ignored);
-	}
-
-	std::string PathOf(const std::string& Name) const { return (Folder / Name).string(); }
-
 	// Runs zn generate with Args plus -o PathOf(Name) and returns the file's bytes.
 	std::string Generate(const std::string& Name, std::vector<std::string> Args, FRun* OutRun = nullptr)
 	{
@@ -51,8 +35,6 @@ protected:
 		}
 		return ReadAll(PathOf(Name));
 	}
-
-	std::filesystem::path Folder;
 };
 
 FZnGenBodyClip Body(int32 Frames, uint64 Seed, bool bTwist = true, bool bFingers = true)

@@ -1,9 +1,11 @@
 // Runs the zn program and captures its exit status, standard output and standard error.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -105,4 +107,35 @@ inline std::vector<std::string> Lines(const std::string& Text)
 	}
 	return Out;
 }
+/** A test with a folder of its own, named after the test and the process, removed afterwards. */
+class FZnFolderTest : public ::testing::Test
+{
+protected:
+	void SetUp() override
+	{
+		const ::testing::TestInfo* Info = ::testing::UnitTest::GetInstance()->current_test_info();
+		Folder = std::filesystem::absolute(
+			std::string(Info->test_suite_name()) + "_" + Info->name() + "_" + std::to_string(getpid()));
+		std::filesystem::remove_all(Folder);
+		std::filesystem::create_directories(Folder);
+	}
+
+	void TearDown() override
+	{
+		std::error_code Ignored;
+		std::filesystem::remove_all(Folder, Ignored);
+	}
+
+	std::string PathOf(const std::string& Name) const { return (Folder / Name).string(); }
+
+	/** Writes Text to the file Name in the folder and returns its path. */
+	std::string Write(const std::string& Name, const std::string& Text)
+	{
+		const std::string Path = PathOf(Name);
+		WriteAll(Path, Text);
+		return Path;
+	}
+
+	std::filesystem::path Folder;
+};
 } // namespace ZnTest

@@ -14,31 +14,9 @@ using namespace ZnTest;
 
 namespace
 {
-class ZnSampleErrorTests : public ::testing::Test
+class ZnSampleErrorTests : public ZnTest::FZnFolderTest
 {
 protected:
-	void SetUp() override
-	{
-		const ::testing::TestInfo* Info = ::testing::UnitTest::GetInstance()->current_test_info();
-		Folder =
-			std::filesystem::absolute(std::string("zn_sample_error_") + Info->name() + "_" + std::to_string(getpid()));
-		std::filesystem::remove_all(Folder);
-		std::filesystem::create_directories(Folder);
-	}
-
-	void TearDown() override
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Folder, Ignored);
-	}
-
-	std::string Write(const std::string& Name, const std::string& Text)
-	{
-		const std::string Path = (Folder / Name).string();
-		WriteAll(Path, Text);
-		return Path;
-	}
-
 	// Runs zn sample with Args and expects it to refuse: non-zero status (Status when given), no
 	// output, and Message on standard error (the whole of it when bWhole).
 	FRun ExpectRefused(std::vector<std::string> Args, const std::string& Message, int Status = -1, bool bWhole = false)
@@ -77,8 +55,6 @@ protected:
 		return Write(bV2 ? "face_v2.json" : "face.json",
 			bV2 ? FZnMotionGenerator::FaceToJsonV2(Clip) : FZnMotionGenerator::FaceToJson(Clip));
 	}
-
-	std::filesystem::path Folder;
 };
 } // namespace
 

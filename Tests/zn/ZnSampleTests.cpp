@@ -169,30 +169,9 @@ FString Wide(const std::string& Text)
 	return FString(Converted.Length(), Converted.Get());
 }
 
-class ZnSampleTests : public ::testing::Test
+class ZnSampleTests : public ZnTest::FZnFolderTest
 {
 protected:
-	void SetUp() override
-	{
-		const ::testing::TestInfo* Info = ::testing::UnitTest::GetInstance()->current_test_info();
-		Folder = std::filesystem::absolute(std::string("zn_sample_") + Info->name() + "_" + std::to_string(getpid()));
-		std::filesystem::remove_all(Folder);
-		std::filesystem::create_directories(Folder);
-	}
-
-	void TearDown() override
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Folder, Ignored);
-	}
-
-	std::string Write(const std::string& Name, const std::string& Text)
-	{
-		const std::string Path = (Folder / Name).string();
-		WriteAll(Path, Text);
-		return Path;
-	}
-
 	// zn sample Args --json; the printed array of samples.
 	Json SampleJson(std::vector<std::string> Args)
 	{
@@ -205,8 +184,6 @@ protected:
 		EXPECT_TRUE(Out.is_array()) << Run.Out;
 		return Out;
 	}
-
-	std::filesystem::path Folder;
 };
 
 FZnGenBodyClip Body(int32 Frames, uint64 Seed, bool bTwist = true, bool bFingers = true)
