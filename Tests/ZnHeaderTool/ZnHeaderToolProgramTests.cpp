@@ -25,13 +25,16 @@ std::string Read(const fs::path& Path)
 	return S.str();
 }
 
+// ctest runs these tests as parallel processes in one folder, so each keeps its own error file.
 int RunTool(const std::string& Args, std::string* Stderr = nullptr)
 {
-	const std::string Command = std::string("'") + ZN_HEADER_TOOL + "' " + Args + " 2>tool_stderr.txt";
+	const std::string ErrorFile =
+		std::string("tool_stderr_") + ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
+	const std::string Command = std::string("'") + ZN_HEADER_TOOL + "' " + Args + " 2>'" + ErrorFile + "'";
 	const int Raw = std::system(Command.c_str());
 	if (Stderr)
 	{
-		*Stderr = Read("tool_stderr.txt");
+		*Stderr = Read(ErrorFile);
 	}
 	return WIFEXITED(Raw) ? WEXITSTATUS(Raw) : -1;
 }
