@@ -649,51 +649,189 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNum
 	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
 }
 
-// One number of a tightly written array ("[1.5,-0.25,0]", no whitespace), found and classified
-// from a single 16-byte load: where it ends and whether a comma or the closing bracket follows
-// come from masks of that load, so the next number's position is known a few instructions after
-// this one's start. Returns the bytes the number takes, or 0 when it does not have this shape
-// (then the caller reads the array the general way).
-FORCEINLINE int32 ParseTightNumber(const char* Text, FPlainDecimal& OutNumber, char& OutNext)
+// What each byte of a 64-byte block of a tight array is, one bit per byte.
+struct FTightBlock
 {
-	const __m128i Block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Text));
-	const uint32 DigitBits = uint32(_mm_movemask_epi8(
-		_mm_and_si128(_mm_cmpgt_epi8(Block, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(Block, _mm_set1_epi8('9' + 1)))));
-	const uint32 DotBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('.'))));
-	const uint32 CommaBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(','))));
-	const uint32 CloseBits = uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(']'))));
-	const bool bNegative = char(_mm_cvtsi128_si32(Block)) == '-';
-	const int32 Start = bNegative ? 1 : 0;
-	// Non-digits from the first digit on (a sign is not one of them), with a stop past the block.
-	const uint32 Others = (~DigitBits & 0xFFFFu & ~uint32(Start)) | 0x10000u;
-	const int32 IntegerEnd = int32(FMath::CountTrailingZeros64(Others));
-	const int32 IntegerDigits = IntegerEnd - Start;
-	if (IntegerDigits <= 0 || IntegerDigits > 8 || (Text[Start] == '0' && IntegerDigits > 1))
+	uint64 Digits;
+	uint64 Zeros;
+	uint64 Points;
+	uint64 Minus;
+	// ',' or ']'
+	uint64 Separators;
+	uint64 Closes;
+};
+
+FORCEINLINE void ClassifyTightBlock(const char* Block, FTightBlock& Out)
+{
+	uint64 Digits = 0;
+	uint64 Zeros = 0;
+	uint64 Points = 0;
+	uint64 Minus = 0;
+	uint64 Separators = 0;
+	uint64 Closes = 0;
+	for (int32 Part = 0; Part < 4; ++Part)
 	{
-		return 0;
+		const __m128i Bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Block + 16 * Part));
+		// Bytes at or above 0x80 compare as negative, so only '0' to '9' pass both tests.
+		const __m128i DigitBytes =
+			_mm_and_si128(_mm_cmpgt_epi8(Bytes, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(Bytes, _mm_set1_epi8('9' + 1)));
+		const __m128i CloseBytes = _mm_cmpeq_epi8(Bytes, _mm_set1_epi8(']'));
+		const __m128i Ends = _mm_or_si128(_mm_cmpeq_epi8(Bytes, _mm_set1_epi8(',')), CloseBytes);
+		const int32 Shift = 16 * Part;
+		Digits |= uint64(uint32(_mm_movemask_epi8(DigitBytes))) << Shift;
+		Zeros |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Bytes, _mm_set1_epi8('0'))))) << Shift;
+		Points |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Bytes, _mm_set1_epi8('.'))))) << Shift;
+		Minus |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Bytes, _mm_set1_epi8('-'))))) << Shift;
+		Separators |= uint64(uint32(_mm_movemask_epi8(Ends))) << Shift;
+		Closes |= uint64(uint32(_mm_movemask_epi8(CloseBytes))) << Shift;
 	}
-	uint64 Mantissa = DigitsValue(LoadEightBytes(Text + Start), IntegerDigits);
-	int32 End = IntegerEnd;
-	int32 Exponent = 0;
-	if ((DotBits >> IntegerEnd) & 1u)
+	Out = FTightBlock{Digits, Zeros, Points, Minus, Separators, Closes};
+}
+
+// Whether the numbers of a block that end in it (up to its last separator, or the array's end if
+// that comes first) are all of the form -?digits(.digits)? without leading zeros, judged for the
+// whole block at once. Only a second point in one number is left for each number to check.
+FORCEINLINE bool IsPlainTightBlock(const FTightBlock& Block)
+{
+	const int32 LastSeparator = 63 - int32(FMath::CountLeadingZeros64(Block.Separators));
+	const int32 FirstClose = int32(FMath::CountTrailingZeros64(Block.Closes));
+	const int32 Last = FirstClose < LastSeparator ? FirstClose : LastSeparator;
+	const uint64 Covered = Last == 63 ? ~uint64(0) : (uint64(2) << Last) - 1;
+	// A number starts at the block's start and after each separator; its digits start after its sign.
+	const uint64 Starts = (Block.Separators << 1) | 1;
+	const uint64 FirstDigits = (Starts & ~Block.Minus) | ((Starts & Block.Minus) << 1);
+	const uint64 Odd = ~(Block.Digits | Block.Points | Block.Minus | Block.Separators) | (Block.Minus & ~Starts) |
+		(FirstDigits & ~Block.Digits) | (FirstDigits & Block.Zeros & (Block.Digits >> 1)) |
+		(Block.Points & ~(Block.Digits >> 1)) | (Block.Points & ~(Block.Digits << 1));
+	return (Odd & Covered) == 0;
+}
+
+// Sixteen zero bytes, then sixteen 0xFF bytes: loading sixteen of them from offset N gives a mask
+// of the last N lanes.
+alignas(16) constexpr uint8 LastLanes[32] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
+	0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+FORCEINLINE __m128i LastLanesMask(int32 Count)
+{
+	return _mm_loadu_si128(reinterpret_cast<const __m128i*>(LastLanes + Count));
+}
+
+// The value of up to sixteen digits that end at End (the byte before it is the last digit), with
+// a decimal point FractionDigits before the end when bPoint: sixteen bytes loaded to end with the
+// number put its last digit in the last lane; the integer digits come from a load one byte
+// earlier, which closes the point's gap; then pairs, fours and eights are combined by
+// multiply-adds. Reads the 17 bytes before End.
+FORCEINLINE uint64 DigitsEndingAt(const char* End, int32 DigitCount, int32 FractionDigits, bool bPoint)
+{
+	const __m128i Zero = _mm_set1_epi8('0');
+	const __m128i Fraction = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 16));
+	const __m128i Integer = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 17));
+	const __m128i FromFraction = LastLanesMask(bPoint ? FractionDigits : 16);
+	const __m128i Joined = _mm_or_si128(_mm_and_si128(FromFraction, Fraction), _mm_andnot_si128(FromFraction, Integer));
+	const __m128i Digits = _mm_and_si128(_mm_sub_epi8(Joined, Zero), LastLanesMask(DigitCount));
+	// Lane 0 holds the most significant digit.
+	const __m128i Pairs =
+		_mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)),
+			_mm_madd_epi16(_mm_unpackhi_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)));
+	const __m128i Fours = _mm_madd_epi16(Pairs, _mm_set1_epi32(0x00010064));
+	const __m128i Eights = _mm_madd_epi16(_mm_packs_epi32(Fours, Fours), _mm_set1_epi32(0x00012710));
+	const uint64 High = uint32(_mm_cvtsi128_si32(Eights));
+	const uint64 Low = uint32(_mm_cvtsi128_si32(_mm_srli_si128(Eights, 4)));
+	return High * 100000000 + Low;
+}
+
+// The number of a plain tight block between Begin and its separator at End, where a sign is
+// followed by a digit, a point lies between digits, and the integer part has no leading zero.
+// False for numbers this way does not take; the caller reads those the general way. Reads from
+// Earliest on.
+FORCEINLINE bool ParseTightSpan(
+	const char* Block, const FTightBlock& Masks, int32 Begin, int32 End, const char* Earliest, FPlainDecimal& OutNumber)
+{
+	const uint64 Negative = (Masks.Minus >> Begin) & 1;
+	const int32 First = Begin + int32(Negative);
+	const int32 Span = End - First;
+	const uint64 Points = (Masks.Points >> First) & ((uint64(1) << Span) - 1);
+	const int32 IntegerDigits = int32(FMath::CountTrailingZeros64(Points | (uint64(1) << Span)));
+	const int32 FractionDigits = Points != 0 ? Span - IntegerDigits - 1 : 0;
+	const int32 DigitCount = IntegerDigits + FractionDigits;
+	// One point at most, and at most sixteen digits in all.
+	if (((Points & (Points - 1)) != 0) | (DigitCount > 16))
 	{
-		End = int32(FMath::CountTrailingZeros64(Others & ~((2u << IntegerEnd) - 1u)));
-		const int32 FractionDigits = End - IntegerEnd - 1;
-		if (FractionDigits <= 0 || End >= 16)
+		return false;
+	}
+	uint64 Mantissa;
+	if (Block + End - 17 >= Earliest)
+	{
+		Mantissa = DigitsEndingAt(Block + End, DigitCount, FractionDigits, Points != 0);
+	}
+	else
+	{
+		// Near the start of the text the bytes before the number may not be there to load.
+		const char* Digits = Block + First;
+		if (IntegerDigits > 8)
 		{
-			return 0;
+			return false;
 		}
-		Mantissa = AppendFractionDigits(Mantissa, Text + IntegerEnd + 1, FractionDigits);
-		Exponent = -FractionDigits;
+		Mantissa = DigitsValue(LoadEightBytes(Digits), IntegerDigits);
+		Mantissa =
+			FractionDigits > 0 ? AppendFractionDigits(Mantissa, Digits + IntegerDigits + 1, FractionDigits) : Mantissa;
 	}
-	// Only a comma or the bracket may follow (an exponent, whitespace or the block's end do not).
-	const bool bComma = (CommaBits >> End) & 1u;
-	if (End >= 16 || !(bComma || ((CloseBits >> End) & 1u)))
+	return ComposeNumber(Negative != 0, Mantissa, -FractionDigits, OutNumber);
+}
+
+// A tightly written array into Decimals (see ReadTightNumbers). Numbers are found from the
+// separators of a whole block at once and checked a block at a time, so where each one starts is
+// known without reading the one before, and the numbers of a block are read independently.
+FORCEINLINE const char* ReadTightDecimals(const char* Text, FPlainDecimal* Decimals, int32 Limit, int32& OutCount)
+{
+	if (Text[0] != '[')
 	{
-		return 0;
+		return nullptr;
 	}
-	OutNext = bComma ? ',' : ']';
-	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? End : 0;
+	if (Text[1] == ']')
+	{
+		OutCount = 0;
+		return Text + 2;
+	}
+	const char* Block = Text + 1;
+	int32 Count = 0;
+	for (;;)
+	{
+		FTightBlock Masks;
+		ClassifyTightBlock(Block, Masks);
+		uint64 Separators = Masks.Separators;
+		// A number as long as a block is no plain number.
+		if (Separators == 0)
+		{
+			return nullptr;
+		}
+		// Blocks with exponents (which producers print for small weights) or anything odd are read
+		// number by number by the general reader, which must end at the separator.
+		const bool bPlain = IsPlainTightBlock(Masks);
+		int32 Begin = 0;
+		do
+		{
+			const int32 End = int32(FMath::CountTrailingZeros64(Separators));
+			if (Count == Limit)
+			{
+				return nullptr;
+			}
+			if (!(bPlain && ParseTightSpan(Block, Masks, Begin, End, Text, Decimals[Count])) &&
+				ParsePlainNumberByWords(Block + Begin, Decimals[Count]) != Block + End)
+			{
+				return nullptr;
+			}
+			++Count;
+			if (Block[End] == ']')
+			{
+				OutCount = Count;
+				return Block + End + 1;
+			}
+			Begin = End + 1;
+			Separators &= Separators - 1;
+		} while (Separators != 0);
+		Block += Begin;
+	}
 }
 #else
 FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
@@ -739,34 +877,35 @@ FORCEINLINE int32 ReadPlainList(const char* Text, char Open, char Close, int32 L
 }
 } // namespace
 
+const char* ReadTightNumbers(const char* Text, double* OutNumbers, int32 Capacity, int32& OutCount)
+{
+#if defined(__SSE2__) || defined(_M_X64)
+	FPlainDecimal Decimals[MaxPlainNumbers];
+	int32 Count = 0;
+	const char* End = ReadTightDecimals(Text, Decimals, Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers, Count);
+	if (End != nullptr)
+	{
+		ToDoubles(Decimals, Count, OutNumbers);
+		OutCount = Count;
+	}
+	return End;
+#else
+	return nullptr;
+#endif
+}
+
 int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity)
 {
-	FPlainDecimal Decimals[MaxPlainNumbers];
 	const char* const Token = Value.raw_json_token().data();
-	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
-#if defined(__SSE2__) || defined(_M_X64)
-	// Producers write frames without whitespace: read those number by number from masks.
-	if (Token[0] == '[' && Token[1] != ']')
+	// Producers write frames without whitespace: those are read from the separators' positions.
+	int32 Count = 0;
+	if (ReadTightNumbers(Token, OutNumbers, Capacity, Count) != nullptr)
 	{
-		const char* Text = Token + 1;
-		for (int32 Count = 0; Count < Limit; ++Count)
-		{
-			char Next = 0;
-			const int32 Length = ParseTightNumber(Text, Decimals[Count], Next);
-			if (Length == 0)
-			{
-				break;
-			}
-			if (Next == ']')
-			{
-				ToDoubles(Decimals, Count + 1, OutNumbers);
-				return Count + 1;
-			}
-			Text += Length + 1;
-		}
+		return Count;
 	}
-#endif
-	const int32 Count = ReadPlainList(Token, '[', ']', Limit,
+	FPlainDecimal Decimals[MaxPlainNumbers];
+	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
+	Count = ReadPlainList(Token, '[', ']', Limit,
 		[&Decimals](const char* Text, int32 Index) { return ParsePlainNumber(Text, Decimals[Index]); });
 	ToDoubles(Decimals, Count, OutNumbers);
 	return Count;

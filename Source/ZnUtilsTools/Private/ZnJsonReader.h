@@ -145,6 +145,16 @@ inline bool ReadKey(simdjson::ondemand::field& Field, std::string_view& OutKey)
 	}
 }
 
+// The first byte from Text on that is not JSON whitespace, or End.
+inline const char* SkipJsonSpace(const char* Text, const char* End)
+{
+	while (Text != End && (*Text == ' ' || *Text == '\n' || *Text == '\r' || *Text == '\t'))
+	{
+		++Text;
+	}
+	return Text;
+}
+
 // True when nothing but whitespace follows the root value just read.
 bool IsAtEnd(simdjson::ondemand::document& Document);
 
@@ -159,6 +169,13 @@ bool IsAtEnd(simdjson::ondemand::document& Document);
 constexpr int32 MaxPlainNumbers = 64;
 constexpr int32 MaxPlainMembers = 8;
 int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int32 Capacity);
+
+// A tightly written array of plain numbers at Text, as producers write frames: "[1.5,-0.25,0]",
+// no whitespace, no exponents, no more than Capacity (and MaxPlainNumbers) numbers. Stores them
+// in OutNumbers and OutCount and returns the first byte past the closing bracket; returns nullptr
+// for anything else, which decides nothing about the text (the caller reads it the general way).
+// Reads up to 64 bytes past any byte of the array it reaches: the padding parser buffers have.
+const char* ReadTightNumbers(const char* Text, double* OutNumbers, int32 Capacity, int32& OutCount);
 
 // One member read by ReadPlainNumberMembers: the name's bytes (in the text) and the number.
 // Plain data without initialisers, so an array of them costs nothing to declare.

@@ -48,6 +48,10 @@ struct FMath
 	{
 		return Value == 0 ? 64 : uint64(__builtin_ctzll(Value));
 	}
+	static FORCEINLINE uint64 CountLeadingZeros64(uint64 Value)
+	{
+		return Value == 0 ? 64 : uint64(__builtin_clzll(Value));
+	}
 	static FORCEINLINE int32 CountBits(uint64 Bits)
 	{
 		// The generic form: no population-count instruction is assumed.
