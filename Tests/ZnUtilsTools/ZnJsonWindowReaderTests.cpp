@@ -95,6 +95,76 @@ TEST(ZnJsonWindowReader, EmptyAndBlankTextsAreRefused)
 	EXPECT_FALSE(ReadThroughWindows(Wide("   \n "), 0).bAccepted);
 }
 
+TEST(ZnJsonWindowReader, WindowTextIsHandedOutBeforeAndWithoutParsing)
+{
+	// Windows of 8 bytes over a root array: each cut falls at the last comma before the eighth
+	// byte, and each window re-opens and closes the array.
+	const FString Text = Wide("[[1,2],[3,4],[5,6],[7,8]]");
+	FZnJsonWindowReader Reader;
+	ASSERT_TRUE(Reader.Begin(Text, 8));
+	std::vector<std::string> Texts;
+	bool bContinues = false;
+	while (Reader.NextText(bContinues))
+	{
+		Texts.emplace_back(Reader.GetText(), Reader.GetTextLength());
+		// Zeroed padding follows every window.
+		for (size_t Index = 0; Index < simdjson::SIMDJSON_PADDING; ++Index)
+		{
+			ASSERT_EQ(Reader.GetText()[Reader.GetTextLength() + Index], '\0');
+		}
+	}
+	EXPECT_TRUE(Reader.IsComplete());
+	EXPECT_EQ(Texts, (std::vector<std::string>{"[[1,2]]", "[[3,4]]", "[[5,6]]", "[[7,8]]"}));
+}
+
+TEST(ZnJsonWindowReader, ParsingAHandedOutWindowReadsItsValues)
+{
+	const FString Text = Wide("[10,20,30]");
+	FZnJsonWindowReader Reader;
+	ASSERT_TRUE(Reader.Begin(Text, 4));
+	bool bContinues = false;
+	std::vector<int64> Values;
+	while (Reader.NextText(bContinues))
+	{
+		simdjson::ondemand::document* Document = nullptr;
+		ASSERT_TRUE(Reader.ParseText(Document));
+		for (int64 Value : Document->get_array())
+		{
+			Values.push_back(Value);
+		}
+	}
+	EXPECT_TRUE(Reader.IsComplete());
+	EXPECT_EQ(Values, (std::vector<int64>{10, 20, 30}));
+}
+
+TEST(ZnJsonWindowReader, ALastWindowThatDoesNotParseLeavesTheReadingUnfinished)
+{
+	// The text's end is handed out, then refused by the parser: the reading is not complete, and
+	// nothing more is handed out.
+	const FString Text = Wide("   \n  ");
+	FZnJsonWindowReader Reader;
+	ASSERT_TRUE(Reader.Begin(Text));
+	bool bContinues = false;
+	ASSERT_TRUE(Reader.NextText(bContinues));
+	EXPECT_TRUE(Reader.IsComplete());
+	simdjson::ondemand::document* Document = nullptr;
+	EXPECT_FALSE(Reader.ParseText(Document));
+	EXPECT_FALSE(Reader.IsComplete());
+	EXPECT_FALSE(Reader.NextText(bContinues));
+	EXPECT_FALSE(Reader.ParseText(Document));
+}
+
+TEST(ZnJsonWindowReader, NothingToParseBeforeAWindowIsHandedOut)
+{
+	FZnJsonWindowReader Reader;
+	simdjson::ondemand::document* Document = nullptr;
+	EXPECT_FALSE(Reader.ParseText(Document));
+	const FString Text = Wide("[1]");
+	ASSERT_TRUE(Reader.Begin(Text));
+	EXPECT_FALSE(Reader.ParseText(Document));
+	EXPECT_EQ(Reader.GetText(), nullptr);
+}
+
 TEST(ZnJsonWindowReader, AByteOrderMarkIsSkipped)
 {
 	const FWindowed Result = ReadThroughWindows(FString(u"\uFEFF[1,2]"), 1);

@@ -360,10 +360,15 @@ void FZnJsonWindowReader::ScanBlock(const char* Bytes, size_t Position)
 			}
 			else
 			{
-				for (uint64 Events = Opens | Closes | (Masks.Commas & ~Inside); Events != 0 && !bStopped;
-					 Events &= Events - 1)
+				const uint64 Commas = Masks.Commas & ~Inside;
+				for (uint64 Events = Opens | Closes | Commas; Events != 0 && !bStopped; Events &= Events - 1)
 				{
-					ScanStructural(Bytes, Position + size_t(FMath::CountTrailingZeros64(Events)));
+					// Commas inside an element are most events and can never be cuts.
+					const bool bComma = (Commas & Events & (~Events + 1)) != 0;
+					if (!bComma || Depth == 1 || (Depth == 2 && bMemberArray))
+					{
+						ScanStructural(Bytes, Position + size_t(FMath::CountTrailingZeros64(Events)));
+					}
 				}
 			}
 			bInString = (Inside >> 63) != 0;
@@ -395,32 +400,37 @@ void FZnJsonWindowReader::Scan(bool bToEnd)
 	}
 }
 
-bool FZnJsonWindowReader::Parse(char* Bytes, size_t WindowLength, simdjson::ondemand::document*& OutDocument)
+void FZnJsonWindowReader::HandOut(char* Bytes, size_t WindowLength)
 {
 	// Stale bytes past the end could change how a malformed text is read.
 	std::memset(Bytes + WindowLength, 0, simdjson::SIMDJSON_PADDING);
-	size_t First = 0;
-	while (First < WindowLength && IsJsonSpace(Bytes[First]))
-	{
-		++First;
-	}
-	// Nothing but whitespace has no root value; the iterator would only notice later.
-	if (First == WindowLength)
+	WindowText = Bytes;
+	WindowTextLength = WindowLength;
+}
+
+bool FZnJsonWindowReader::ParseText(simdjson::ondemand::document*& OutDocument)
+{
+	if (WindowText == nullptr || bFailed)
 	{
 		return false;
 	}
+	// Nothing but whitespace has no root value; the iterator would only notice later.
+	const char* const TextEnd = WindowText + WindowTextLength;
 	simdjson::ondemand::parser& Parser = Scratch->Parser;
-	if (Parser.capacity() < WindowLength)
+	bool bParsed = ZnJson::SkipJsonSpace(WindowText, TextEnd) != TextEnd;
+	if (bParsed && Parser.capacity() < WindowTextLength)
 	{
 		// Windows vary a little in size; some headroom saves reallocating for each larger one.
-		if (Parser.allocate(WindowLength + WindowLength / 8) != simdjson::SUCCESS)
-		{
-			return false;
-		}
+		bParsed = Parser.allocate(WindowTextLength + WindowTextLength / 8) == simdjson::SUCCESS;
 	}
-	if (Parser.iterate(Bytes, WindowLength, WindowLength + simdjson::SIMDJSON_PADDING).get(Scratch->Document) !=
-		simdjson::SUCCESS)
+	bParsed = bParsed &&
+		Parser.iterate(WindowText, WindowTextLength, WindowTextLength + simdjson::SIMDJSON_PADDING)
+				.get(Scratch->Document) == simdjson::SUCCESS;
+	if (!bParsed)
 	{
+		// A window that does not parse ends the reading, unfinished.
+		bFailed = true;
+		bComplete = false;
 		return false;
 	}
 	OutDocument = &Scratch->Document;
@@ -429,6 +439,13 @@ bool FZnJsonWindowReader::Parse(char* Bytes, size_t WindowLength, simdjson::onde
 
 bool FZnJsonWindowReader::Next(simdjson::ondemand::document*& OutDocument, bool& bOutContinues)
 {
+	return NextText(bOutContinues) && ParseText(OutDocument);
+}
+
+bool FZnJsonWindowReader::NextText(bool& bOutContinues)
+{
+	WindowText = nullptr;
+	WindowTextLength = 0;
 	if (bComplete || bFailed || InputLength == 0)
 	{
 		return false;
@@ -453,11 +470,7 @@ bool FZnJsonWindowReader::Next(simdjson::ondemand::document*& OutDocument, bool&
 		{
 			// The rest of the text is the last window.
 			bOutContinues = bContinues;
-			if (!Parse(Scratch->Filling().Bytes.get(), Length, OutDocument))
-			{
-				bFailed = true;
-				return false;
-			}
+			HandOut(Scratch->Filling().Bytes.get(), Length);
 			bComplete = true;
 			return true;
 		}
@@ -507,10 +520,6 @@ bool FZnJsonWindowReader::Next(simdjson::ondemand::document*& OutDocument, bool&
 	bHasCut = false;
 	Scratch->Current = 1 - Scratch->Current;
 	Length = PrefixLength + Rest;
-	if (!Parse(Bytes, WindowLength, OutDocument))
-	{
-		bFailed = true;
-		return false;
-	}
+	HandOut(Bytes, WindowLength);
 	return true;
 }

@@ -50,6 +50,15 @@ public:
 	// does not parse (IsComplete() then stays false).
 	bool Next(simdjson::ondemand::document*& OutDocument, bool& bOutContinues);
 
+	// The same in two steps, for readers that can take some windows straight from their text:
+	// NextText hands out the next window's text (GetText, GetTextLength; zeroed padding follows it)
+	// and ParseText parses it when the reader needs the parser after all. A window read from its
+	// text must be checked as strictly as the parser would.
+	bool NextText(bool& bOutContinues);
+	const char* GetText() const { return WindowText; }
+	size_t GetTextLength() const { return WindowTextLength; }
+	bool ParseText(simdjson::ondemand::document*& OutDocument);
+
 	// True once the last window has been handed out.
 	bool IsComplete() const { return bComplete; }
 
@@ -60,6 +69,9 @@ public:
 		const size_t Waiting = Length < InputPosition ? Length : InputPosition;
 		return InputLength > 0 ? double(InputPosition - Waiting) / double(InputLength) : 1.0;
 	}
+
+	// Length of the whole input: UTF-16 units of engine text, or bytes.
+	size_t GetInputLength() const { return InputLength; }
 
 	// Bytes of text in a window before a cut is looked for, for a text of the given length.
 	static size_t WindowBytesFor(size_t TextLength);
@@ -75,7 +87,7 @@ private:
 	bool FindMemberKey(const char* Bytes, size_t Bracket, size_t& OutBegin, size_t& OutEnd) const;
 	bool PrecededByValue(const char* Bytes, size_t Comma) const;
 	int32 FollowedByValue(const char* Bytes, size_t Comma) const;
-	bool Parse(char* Bytes, size_t Length, simdjson::ondemand::document*& OutDocument);
+	void HandOut(char* Bytes, size_t WindowLength);
 
 	TZnThreadScratch<FZnJsonWindowScratch> Scratch;
 
@@ -86,6 +98,10 @@ private:
 	size_t InputPosition = 0;
 	size_t WindowBytes = 0;
 	size_t ChunkUnits = 0;
+
+	// The window handed out last.
+	const char* WindowText = nullptr;
+	size_t WindowTextLength = 0;
 
 	// The window being filled: Length bytes, scanned up to ScanPosition.
 	size_t Length = 0;
