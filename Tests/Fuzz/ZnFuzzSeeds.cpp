@@ -58,12 +58,20 @@ int main(int argc, char** argv)
 			Write(Root / "JsonWindowReaderFuzzer", "seed_face_" + Tag,
 				std::string("\x03\x00", 2) + FZnMotionGenerator::FaceToJson(Face));
 			Write(Root / "JsonReaderFuzzer", "seed_face_" + Tag, FZnMotionGenerator::FaceToJsonV2(Face));
+			// A face clip's first frame is a tight number array as producers write them.
+			const std::string FaceText = FZnMotionGenerator::FaceToJson(Face);
+			if (Frames > 0)
+			{
+				Write(Root / "TightNumbersFuzzer", "seed_" + Tag, FaceText.substr(1, FaceText.find(']')));
+			}
 		}
 	}
 	// The reader also sees the service's other texts; a few hand-made shapes cover escapes and literals.
 	Write(Root / "JsonReaderFuzzer", "seed_misc_1",
 		R"({"code":0,"msg":"ok \u00e9\ud83d\ude00 \"q\"","data":{"url":"http://x/y","list":[true,false,null,-1.5e3,18446744073709551615]}})");
 	Write(Root / "JsonReaderFuzzer", "seed_misc_2", R"([[],{},"",0,-0,1E-400])");
+	Write(Root / "TightNumbersFuzzer", "seed_misc_1",
+		"[0,-0,12.5,-0.0303169899,4.1980682e-05,1234567.123456789,9007199254740992]");
 	Write(Root / "JsonWindowReaderFuzzer", "seed_misc_1",
 		std::string("\x01\x00", 2) + R"({"a\"":[1,[2,{"b":"],"}]],"c":{"d":[3]},"e":[],"f":"x"})");
 	return 0;

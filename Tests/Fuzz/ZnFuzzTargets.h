@@ -11,12 +11,14 @@
 #include "ZnBodyData.h"
 #include "ZnFaceData.h"
 #include "ZnQuatCurve.h"
+#include "ZnFaceModel.h"
 #include "ZnJsonReader.h"
 #include "ZnJsonWindowCheck.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
 namespace ZnFuzz
 {
@@ -127,8 +129,20 @@ inline void FaceJson(const uint8_t* Data, size_t Size)
 {
 	const FString Text = ToText(Data, Size);
 	FZnFaceData Face;
+	Face.totalTime = -7.0f;
 	UZnDM_BpFuncLib::ParseJsonToFacedata(Text, Face);
 	CheckFace(Face);
+	// The plain reading over the tree reader gets the same verdict and, on a text it reads, the
+	// same weights, keys and length.
+	FZnFaceData Model;
+	if (ZnFaceModel::Decode(Text, Model))
+	{
+		Require(ZnFaceModel::Difference(Face, Model).empty());
+	}
+	else
+	{
+		Require(Face.totalTime == -7.0f && Face.CurveFrames.Num() == 0);
+	}
 	for (const TArray<float>& Frames : Face.CurveFrames)
 	{
 		for (float Weight : Frames)
@@ -255,6 +269,36 @@ inline void JsonWindowReader(const uint8_t* Data, size_t Size)
 	const size_t WindowBytes = Data[0];
 	const FString Text = ToText(Data + 1, Size - 1);
 	Require(ZnJsonWindowCheck::CompareWithWholeParse(Text, WindowBytes).empty());
+}
+
+// Whatever a tight number array read accepts, a full parse of the array it read accepts too and
+// reads to the same bits.
+inline void TightNumbers(const uint8_t* Data, size_t Size)
+{
+	std::unique_ptr<char[]> Text(new char[Size + simdjson::SIMDJSON_PADDING]());
+	std::memcpy(Text.get(), Data, Size);
+	double Numbers[ZnJson::MaxPlainNumbers];
+	int32 Count = -1;
+	const char* End = ZnJson::ReadTightNumbers(Text.get(), Numbers, ZnJson::MaxPlainNumbers, Count);
+	if (End == nullptr)
+	{
+		return;
+	}
+	Require(End > Text.get() && End <= Text.get() + Size && Count >= 0 && Count <= ZnJson::MaxPlainNumbers);
+	simdjson::dom::parser Parser;
+	simdjson::dom::array Array;
+	Require(Parser.parse(Text.get(), size_t(End - Text.get()), false).get_array().get(Array) == simdjson::SUCCESS);
+	Require(Array.size() == size_t(Count));
+	int32 Index = 0;
+	for (simdjson::dom::element Element : Array)
+	{
+		double Expected = 0.0;
+		Require(Element.get_double().get(Expected) == simdjson::SUCCESS);
+		// The tree reader stores "-0" as the integer 0; only there may the sign differ.
+		Require(
+			std::memcmp(&Expected, &Numbers[Index], sizeof(double)) == 0 || (Expected == 0.0 && Numbers[Index] == 0.0));
+		++Index;
+	}
 }
 
 } // namespace ZnFuzz

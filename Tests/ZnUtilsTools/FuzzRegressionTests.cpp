@@ -28,6 +28,7 @@ const std::map<std::string, FTarget>& Targets()
 		{"FaceJsonV2Fuzzer", &ZnFuzz::FaceJsonV2},
 		{"JsonReaderFuzzer", &ZnFuzz::JsonReader},
 		{"JsonWindowReaderFuzzer", &ZnFuzz::JsonWindowReader},
+		{"TightNumbersFuzzer", &ZnFuzz::TightNumbers},
 		{"ZnMotionResponseFuzzer", &ZnServiceFuzz::MotionResponse},
 		{"ZnSpeechResponseFuzzer", &ZnServiceFuzz::SpeechResponse},
 		{"ZnFormResponseFuzzer", &ZnServiceFuzz::FormResponse},

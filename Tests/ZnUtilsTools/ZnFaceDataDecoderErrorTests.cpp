@@ -2,9 +2,12 @@
 
 #include "ZnDM_BpFuncLib.h"
 #include "ZnDecodeTestHelpers.h"
+#include "ZnFaceModel.h"
+#include "ZnMotionGenerator.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 using namespace ZnDecodeTest;
@@ -144,4 +147,70 @@ TEST(ZnFaceDataDecoderErrorTests, ControlRigFramesWithoutNamesKeyNothing)
 	UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(Text("{\"curve_data\":[[1,2],[3]]}"), Face);
 	EXPECT_EQ(Face.Curves.Num(), 0);
 	EXPECT_EQ(Face.totalTime, float(2.0 / 30.0));
+}
+
+TEST(ZnFaceDataDecoderErrorTests, DamageAnywhereInAClipOfManyWindowsGetsTheTreeReadersVerdict)
+{
+	// About 40 KB: five windows, each read straight from its text until the damage, then by the
+	// parser from there.
+	const std::string Clip = FZnMotionGenerator::FaceToJson(FZnMotionGenerator::GenerateFace({90, 9, true}));
+	const char Bytes[] = {'0', '5', '-', '.', ',', '[', ']', 'e', ' ', '"', '{', 'x', '\0', '\xC3'};
+	std::mt19937_64 Random(3);
+	int32 Accepted = 0;
+	for (int32 Trial = 0; Trial < 1500; ++Trial)
+	{
+		std::string Damaged = Clip;
+		const size_t Position = size_t(Random() % Clip.size());
+		const char Byte = Bytes[Random() % sizeof(Bytes)];
+		switch (Trial % 3)
+		{
+			case 0:
+				Damaged[Position] = Byte;
+				break;
+			case 1:
+				Damaged.erase(Position, 1);
+				break;
+			default:
+				Damaged.insert(Position, 1, Byte);
+				break;
+		}
+		FZnFaceData Model;
+		const bool bModelReads = ZnFaceModel::Decode(Text(Damaged), Model);
+		FZnFaceData Face = SentinelFace();
+		UZnDM_BpFuncLib::ParseJsonToFacedata(Text(Damaged), Face);
+		if (bModelReads)
+		{
+			ASSERT_EQ(ZnFaceModel::Difference(Face, Model), "") << "trial " << Trial << " at byte " << Position;
+			++Accepted;
+		}
+		else
+		{
+			ASSERT_TRUE(SameFace(Face, SentinelFace())) << "trial " << Trial << " at byte " << Position;
+		}
+	}
+	// Both verdicts are well represented.
+	EXPECT_GT(Accepted, 300);
+	EXPECT_LT(Accepted, 1200);
+}
+
+TEST(ZnFaceDataDecoderErrorTests, FramesThatAreNotArraysDoNotMakeTheChannelsReserveMore)
+{
+	// Half a megabyte of scalar frames: the first window counts many frames, but none of them can
+	// hold weights, and the channels are sized by what the text could hold at most.
+	std::string Json = "[0";
+	while (Json.size() < (size_t(1) << 19))
+	{
+		Json += ",0";
+	}
+	Json += "]";
+	const FZnFaceData Face = Decoded(Json);
+	ASSERT_EQ(Face.CurveFrames.Num(), 51);
+	EXPECT_EQ(Face.CurveFrames[0].Num(), 0);
+	EXPECT_FLOAT_EQ(Face.totalTime, float(Json.size() / 2) / 30.0f);
+	for (int32 Channel = 0; Channel < 51; ++Channel)
+	{
+		// A frame of 51 weights takes at least 102 characters.
+		EXPECT_LE(Face.CurveFrames[Channel].Max(), int32(Json.size() / 102 + 8));
+		EXPECT_LE(Face.Curves[Channel].FloatCurve.Keys.Max(), int32(Json.size() / 102 + 8));
+	}
 }

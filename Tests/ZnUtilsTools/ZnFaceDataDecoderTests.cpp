@@ -2,11 +2,15 @@
 
 #include "ZnDM_BpFuncLib.h"
 #include "ZnDecodeTestHelpers.h"
+#include "ZnFaceModel.h"
 #include "ZnHuman_Skeleton.h"
+#include "ZnJsonWindowReader.h"
+#include "ZnMotionGenerator.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 using namespace ZnDecodeTest;
 
@@ -225,4 +229,92 @@ TEST(ZnFaceDataDecoderTests, ControlRigLengthCountsEveryFrame)
 	EXPECT_EQ(Face.totalTime, float(4.0 / 30.0));
 	ASSERT_EQ(Face.Curves[0].FloatCurve.Keys.Num(), 2);
 	EXPECT_EQ(Face.Curves[0].FloatCurve.Keys[1].Time, float(3.0 / 30.0));
+}
+
+namespace
+{
+// A generated clip as producers write it: tight, no whitespace. 120 frames are about 50 KB,
+// several windows.
+std::string TightClip(int32 FrameCount, bool bOvershoot = false)
+{
+	return FZnMotionGenerator::FaceToJson(FZnMotionGenerator::GenerateFace({FrameCount, 5, bOvershoot}));
+}
+
+// The clip's frames, each as its own text.
+std::vector<std::string> SplitFrames(const std::string& Clip)
+{
+	std::vector<std::string> Frames;
+	size_t Start = 1;
+	while (Start < Clip.size() && Clip[Start] == '[')
+	{
+		const size_t End = Clip.find(']', Start);
+		Frames.push_back(Clip.substr(Start, End + 1 - Start));
+		Start = End + 2;
+	}
+	return Frames;
+}
+
+std::string JoinFrames(const std::vector<std::string>& Frames)
+{
+	std::string Text = "[";
+	for (size_t Index = 0; Index < Frames.size(); ++Index)
+	{
+		Text += (Index ? "," : "") + Frames[Index];
+	}
+	return Text + "]";
+}
+
+std::string ExpectDecodesLikeTheModel(const std::string& Json)
+{
+	FZnFaceData Model;
+	if (!ZnFaceModel::Decode(Text(Json), Model))
+	{
+		return "the model refuses the text";
+	}
+	FZnFaceData Face = SentinelFace();
+	UZnDM_BpFuncLib::ParseJsonToFacedata(Text(Json), Face);
+	return ZnFaceModel::Difference(Face, Model);
+}
+} // namespace
+
+TEST(ZnFaceDataDecoderTests, TightAndSpacedTextsOfOneClipDecodeAlike)
+{
+	const std::string Tight = TightClip(120, true);
+	ASSERT_EQ(Tight.find(' '), std::string::npos);
+	ASSERT_GT(Tight.size(), 5 * FZnJsonWindowReader::WindowBytesFor(Tight.size()));
+	std::string Spaced;
+	for (char Char : Tight)
+	{
+		Spaced += Char;
+		Spaced += Char == ',' ? " " : "";
+	}
+	const FZnFaceData FromTight = Decoded(Tight);
+	const FZnFaceData FromSpaced = Decoded(Spaced);
+	EXPECT_TRUE(SameFaceContents(FromTight, FromSpaced));
+	EXPECT_EQ(FromTight.CurveFrames[0].Num(), 120);
+	EXPECT_EQ(ExpectDecodesLikeTheModel(Tight), "");
+	EXPECT_EQ(ExpectDecodesLikeTheModel(Spaced), "");
+}
+
+TEST(ZnFaceDataDecoderTests, FramesOfOtherShapesAmongTightOnesDecodeAsTheTreeReaderReadsThem)
+{
+	const std::vector<std::string> Clip = SplitFrames(TightClip(120));
+	ASSERT_EQ(Clip.size(), 120u);
+	const char* const OddFrames[] = {"[1, 2,3]", " [4,5]", "null", "[]", "{\"a\":[1]}", "\"[1,2]\"",
+		"[1e2,1E-3,-0,0.5,2.5e+1]", "[[1],2]", "[\"7\",true,null,8]", "[12345678901234567890,0.12345678901234567891]",
+		"[0.1,0.2,0.3,0.4,0.5,0.6,0.7,0.8,0.9,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20,21,22,23,24,25,26,"
+		"27,28,29,30,31,32,33,34,35,36,37,38,39,40,41,42,43,44,45,46,47,48,49,50,51,52,53,54,55,56,57,58,59,60]",
+		"[\n1\t]", "[-1,200,101,-0.0001]"};
+	// Each odd frame in turn first, last and in the middle of windows.
+	for (const char* Odd : OddFrames)
+	{
+		for (size_t Position : {size_t(0), size_t(1), size_t(17), size_t(60), size_t(119)})
+		{
+			std::vector<std::string> Frames = Clip;
+			Frames[Position] = Odd;
+			EXPECT_EQ(ExpectDecodesLikeTheModel(JoinFrames(Frames)), "") << Odd << " at frame " << Position;
+		}
+	}
+	// Whitespace between frames, and around the root.
+	EXPECT_EQ(ExpectDecodesLikeTheModel(" \n[" + Clip[0] + " , " + Clip[1] + "," + Clip[2] + "]\r\n"), "");
 }

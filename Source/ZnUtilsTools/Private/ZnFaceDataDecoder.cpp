@@ -5,6 +5,10 @@
 #include "ZnJsonWindowReader.h"
 #include "ZnMotionDecoding.h"
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
+
 namespace
 {
 using namespace simdjson;
@@ -14,6 +18,33 @@ inline float ToWeight(double Percent)
 {
 	const float Weight = float(Percent) * 0.01f;
 	return !(Weight >= 0.0f) ? 0.0f : (Weight >= 1.0f ? 1.0f : Weight);
+}
+
+// ToWeight over a frame, four weights at a time where the processor allows.
+void ToWeights(const double* Percents, int32 Count, float* OutWeights)
+{
+	int32 Index = 0;
+#if defined(__SSE2__) || defined(_M_X64)
+	const __m128 Hundredth = _mm_set1_ps(0.01f);
+	const __m128 Zero = _mm_setzero_ps();
+	const __m128 One = _mm_set1_ps(1.0f);
+	for (; Index + 4 <= Count; Index += 4)
+	{
+		// The same single-precision steps as ToWeight: convert, scale, then clamp, where a lane
+		// that is not at least 0 (NaN included) becomes 0 and one at least 1 becomes 1.
+		const __m128 Low = _mm_cvtpd_ps(_mm_loadu_pd(Percents + Index));
+		const __m128 High = _mm_cvtpd_ps(_mm_loadu_pd(Percents + Index + 2));
+		const __m128 Weight = _mm_mul_ps(_mm_movelh_ps(Low, High), Hundredth);
+		const __m128 AtLeastZero = _mm_and_ps(Weight, _mm_cmpge_ps(Weight, Zero));
+		const __m128 AtLeastOne = _mm_cmpge_ps(Weight, One);
+		_mm_storeu_ps(
+			OutWeights + Index, _mm_or_ps(_mm_andnot_ps(AtLeastOne, AtLeastZero), _mm_and_ps(AtLeastOne, One)));
+	}
+#endif
+	for (; Index < Count; ++Index)
+	{
+		OutWeights[Index] = ToWeight(Percents[Index]);
+	}
 }
 
 // Adds one frame's weights (already converted) at Time. With bAppendKeys every channel's last key
@@ -81,6 +112,41 @@ struct FFrameBatch
 		Num = 0;
 		bUniform = true;
 	}
+
+	// One frame's weights in percent, as read; weights past the channels are ignored.
+	void Add(const double* Percents, int32 Count, float Time, bool bAppendKey, FZnFaceData& Record)
+	{
+		const int32 FrameChannels = Count < FZnFaceDataDecoder::ChannelCount ? Count : FZnFaceDataDecoder::ChannelCount;
+		const int32 Slot = Num++;
+		ToWeights(Percents, FrameChannels, Weights[Slot]);
+		Times[Slot] = Time;
+		Channels[Slot] = FrameChannels;
+		bAppendKeys[Slot] = bAppendKey;
+		bUniform &= FrameChannels == FZnFaceDataDecoder::ChannelCount && bAppendKey;
+		if (Num == Capacity)
+		{
+			Flush(Record);
+		}
+	}
+};
+
+// Frames written plainly are read in one go; a frame longer than this is rare enough to read the
+// ordinary way.
+constexpr int32 PlainFrameCapacity = FZnFaceDataDecoder::ChannelCount + 13;
+
+// Where a frame falls in time, and whether it is known to lie past every key already set: frame
+// times rise, so a frame more than the keys' tolerance after the one before does.
+struct FFrameClock
+{
+	uint64 FrameCount = 0;
+
+	float Time() const { return ZnMotion::FrameTime(FrameCount); }
+
+	bool IsPastEveryKey() const
+	{
+		return FrameCount == 0 ||
+			ZnMotion::FrameTime(FrameCount) - ZnMotion::FrameTime(FrameCount - 1) > UE_KINDA_SMALL_NUMBER;
+	}
 };
 
 // One frame at Time; a frame that is not an array has no weights, so no keys at its time.
@@ -95,26 +161,11 @@ bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FFrame
 	{
 		return ZnJson::SkipValue(FrameValue, 2);
 	}
-	// Frames written plainly are read in one go; a frame longer than this is rare enough to read
-	// the ordinary way.
-	double Percents[FZnFaceDataDecoder::ChannelCount + 13];
-	const int32 Count = ZnJson::ReadPlainNumbers(FrameValue, Percents, UE_ARRAY_COUNT(Percents));
+	double Percents[PlainFrameCapacity];
+	const int32 Count = ZnJson::ReadPlainNumbers(FrameValue, Percents, PlainFrameCapacity);
 	if (Count >= 0)
 	{
-		const int32 Channels = Count < FZnFaceDataDecoder::ChannelCount ? Count : FZnFaceDataDecoder::ChannelCount;
-		const int32 Slot = Batch.Num++;
-		for (int32 Channel = 0; Channel < Channels; ++Channel)
-		{
-			Batch.Weights[Slot][Channel] = ToWeight(Percents[Channel]);
-		}
-		Batch.Times[Slot] = Time;
-		Batch.Channels[Slot] = Channels;
-		Batch.bAppendKeys[Slot] = bAppendKeys;
-		Batch.bUniform &= Channels == FZnFaceDataDecoder::ChannelCount && bAppendKeys;
-		if (Batch.Num == FFrameBatch::Capacity)
-		{
-			Batch.Flush(Record);
-		}
+		Batch.Add(Percents, Count, Time, bAppendKeys, Record);
 		return true;
 	}
 	// Frames keep their order in every channel.
@@ -153,15 +204,19 @@ bool ReadFrame(ondemand::value& FrameValue, float Time, bool bAppendKeys, FFrame
 }
 
 // Frames of one file are alike in length, so the first window tells closely how many the whole
-// text holds: every channel is sized once, and never grows (or copies itself) while decoding.
-void SizeChannels(ondemand::array& Frames, double Progress, FZnFaceData& Record)
+// text holds: every channel is sized once, and never grows (or copies itself) while decoding. A
+// frame that fills every channel takes at least two characters a channel, which bounds the
+// estimate by what the text can hold whatever the first window looked like.
+void SizeChannels(double FramesSoFar, const FZnJsonWindowReader& Reader, FZnFaceData& Record)
 {
-	size_t Count = 0;
-	if (Progress <= 0.0 || Frames.count_elements().get(Count) != SUCCESS)
+	const double Progress = Reader.GetProgress();
+	if (Progress <= 0.0)
 	{
 		return;
 	}
-	const double Expected = double(Count) / Progress * 1.02 + 8.0;
+	const double MostFrames = double(Reader.GetInputLength()) / double(2 * FZnFaceDataDecoder::ChannelCount) + 8.0;
+	double Expected = FramesSoFar / Progress * 1.02 + 8.0;
+	Expected = Expected < MostFrames ? Expected : MostFrames;
 	const int32 Reserved = Expected < 16777216.0 ? int32(Expected) : 16777216;
 	for (int32 Channel = 0; Channel < FZnFaceDataDecoder::ChannelCount; ++Channel)
 	{
@@ -170,34 +225,92 @@ void SizeChannels(ondemand::array& Frames, double Progress, FZnFaceData& Record)
 	}
 }
 
-// The frames of one window: a root array holding the next run of the file's frames.
-bool ReadWindow(
-	ondemand::document& Document, const FZnJsonWindowReader& Reader, FZnFaceData& Record, uint64& FrameCount)
+// The frames of a window written tightly ("[[1.5,0,...],[...]]", no whitespace between values),
+// read straight from its text: the parser's index and its walk over every number are skipped.
+// Returns how many frames were read before anything else turned up; bOutWhole is set when that
+// was the whole window, then checked as strictly as the parser would.
+int32 ReadTightWindow(
+	const char* Text, size_t Length, FFrameClock& Clock, FFrameBatch& Batch, FZnFaceData& Record, bool& bOutWhole)
+{
+	bOutWhole = false;
+	const char* const End = Text + Length;
+	const char* Cursor = ZnJson::SkipJsonSpace(Text, End);
+	if (Cursor == End || *Cursor != '[')
+	{
+		return 0;
+	}
+	++Cursor;
+	int32 Read = 0;
+	if (*Cursor != ']')
+	{
+		for (;;)
+		{
+			double Percents[PlainFrameCapacity];
+			int32 Count = 0;
+			const char* After = ZnJson::ReadTightNumbers(Cursor, Percents, PlainFrameCapacity, Count);
+			if (After == nullptr || After >= End)
+			{
+				return Read;
+			}
+			Batch.Add(Percents, Count, Clock.Time(), Clock.IsPastEveryKey(), Record);
+			++Clock.FrameCount;
+			++Read;
+			Cursor = After;
+			if (*Cursor != ',')
+			{
+				break;
+			}
+			++Cursor;
+		}
+	}
+	if (*Cursor != ']')
+	{
+		return Read;
+	}
+	bOutWhole = ZnJson::SkipJsonSpace(Cursor + 1, End) == End;
+	return Read;
+}
+
+// The frames of one window, the first SkipFrames of them already read from its text: a root
+// array holding the next run of the file's frames. The first window of several sizes the channels.
+bool ReadWindow(ondemand::document& Document, const FZnJsonWindowReader& Reader, bool bSizeChannels, int32 SkipFrames,
+	FFrameClock& Clock, FFrameBatch& Batch, FZnFaceData& Record)
 {
 	ondemand::array Frames;
 	if (Document.get_array().get(Frames) != SUCCESS)
 	{
 		return false;
 	}
-	if (FrameCount == 0 && !Reader.IsComplete())
+	if (bSizeChannels)
 	{
-		SizeChannels(Frames, Reader.GetProgress(), Record);
+		size_t Count = 0;
+		if (Frames.count_elements().get(Count) == SUCCESS)
+		{
+			SizeChannels(double(Count), Reader, Record);
+		}
 	}
-	FFrameBatch Batch;
+	int32 Index = 0;
 	for (simdjson_result<ondemand::value> Element : Frames)
 	{
-		// Frame times rise, so a frame more than the keys' tolerance after the one before is
-		// past every key already set.
-		const float Time = ZnMotion::FrameTime(FrameCount);
-		const bool bAppendKeys = FrameCount == 0 || Time - ZnMotion::FrameTime(FrameCount - 1) > UE_KINDA_SMALL_NUMBER;
 		ondemand::value FrameValue;
-		if (Element.get(FrameValue) != SUCCESS || !ReadFrame(FrameValue, Time, bAppendKeys, Batch, Record))
+		if (Element.get(FrameValue) != SUCCESS)
 		{
 			return false;
 		}
-		++FrameCount;
+		if (Index++ < SkipFrames)
+		{
+			if (!ZnJson::SkipValue(FrameValue, 2))
+			{
+				return false;
+			}
+			continue;
+		}
+		if (!ReadFrame(FrameValue, Clock.Time(), Clock.IsPastEveryKey(), Batch, Record))
+		{
+			return false;
+		}
+		++Clock.FrameCount;
 	}
-	Batch.Flush(Record);
 	return ZnJson::IsAtEnd(Document);
 }
 
@@ -206,20 +319,35 @@ bool DecodeWindows(FZnJsonWindowReader& Reader, FZnFaceData& OutFaceData, bool b
 	FZnFaceData Record;
 	Record.CurveFrames.SetNum(FZnFaceDataDecoder::ChannelCount);
 	Record.Curves.SetNum(FZnFaceDataDecoder::ChannelCount);
-	uint64 FrameCount = 0;
-	ondemand::document* Document = nullptr;
+	FFrameClock Clock;
+	FFrameBatch Batch;
 	bool bContinues = false;
-	while (Reader.Next(Document, bContinues))
+	while (Reader.NextText(bContinues))
 	{
-		if (!ReadWindow(*Document, Reader, Record, FrameCount))
+		const bool bSizeChannels = Clock.FrameCount == 0 && !Reader.IsComplete();
+		bool bWhole = false;
+		const int32 Read = ReadTightWindow(Reader.GetText(), Reader.GetTextLength(), Clock, Batch, Record, bWhole);
+		if (!bWhole)
 		{
-			return false;
+			ondemand::document* Document = nullptr;
+			if (!Reader.ParseText(Document) ||
+				!ReadWindow(*Document, Reader, bSizeChannels, Read, Clock, Batch, Record))
+			{
+				return false;
+			}
+		}
+		else if (bSizeChannels)
+		{
+			// Sized once the first window is read, at the cost of copying its frames.
+			SizeChannels(double(Read), Reader, Record);
 		}
 	}
 	if (!Reader.IsComplete())
 	{
 		return false;
 	}
+	Batch.Flush(Record);
+	const uint64 FrameCount = Clock.FrameCount;
 	Record.totalTime = ZnMotion::FrameTime(FrameCount);
 	if (bWithNames)
 	{
