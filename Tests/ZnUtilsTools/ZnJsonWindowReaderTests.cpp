@@ -368,6 +368,80 @@ TEST(ZnJsonPlainNumbers, EveryNumberReadsBitForBitAsTheFullParserReadsIt)
 	EXPECT_GT(ReadPlainly, 3000);
 }
 
+TEST(ZnJsonPlainNumbers, MemberNumbersAndSpacedArraysReadBitForBitAsTheFullParserReadsThem)
+{
+	// Members and arrays with whitespace are read number by number, each number's digits composed
+	// from a load that ends at it (or, for the first numbers of a text, word by word).
+	std::mt19937_64 Random(5);
+	std::uniform_real_distribution<double> Unit(-1.0, 1.0);
+	const char* const Formats[] = {"%.9g", "%.17g", "%.3f", "%.12f", "%.6e", "%.0f", "%g", "%.15g"};
+	int32 ReadPlainly = 0;
+	for (int32 Trial = 0; Trial < 3000; ++Trial)
+	{
+		const double Scale = std::pow(10.0, double(int32(Random() % 13)) - 6.0);
+		char Numbers[3][64];
+		for (char* Number : Numbers)
+		{
+			std::snprintf(Number, 64, Formats[Trial % 8], Unit(Random) * Scale);
+		}
+		const std::string Text = (Trial % 2 ? std::string("[{\"x\":") : std::string("[{ \"x\" : ")) + Numbers[0] +
+			",\"y\":" + Numbers[1] + ", \"w\":" + Numbers[2] + "}, [" + Numbers[0] + ", " + Numbers[1] + "]]";
+		simdjson::ondemand::parser Parser;
+		const simdjson::padded_string Padded(Text);
+		simdjson::ondemand::document Document;
+		ASSERT_EQ(Parser.iterate(Padded).get(Document), simdjson::SUCCESS);
+		// The members in order, as the decoders' general path reads them.
+		double Expected[3];
+		simdjson::ondemand::object Object;
+		ASSERT_EQ(Document.at(0).get_object().get(Object), simdjson::SUCCESS) << Text;
+		int32 Member = 0;
+		for (simdjson::simdjson_result<simdjson::ondemand::field> Field : Object)
+		{
+			ASSERT_EQ(Field.value().get_double().get(Expected[Member++]), simdjson::SUCCESS) << Text;
+		}
+		ASSERT_EQ(Member, 3);
+
+		const FString Wide = ZnJson::ToString(Text);
+		FZnJsonWindowReader Reader;
+		simdjson::ondemand::document* Windowed = nullptr;
+		bool bContinues = false;
+		simdjson::ondemand::array Root;
+		ASSERT_TRUE(Reader.Begin(Wide) && Reader.Next(Windowed, bContinues));
+		ASSERT_EQ(Windowed->get_array().get(Root), simdjson::SUCCESS);
+		int32 Element = 0;
+		for (simdjson::simdjson_result<simdjson::ondemand::value> Item : Root)
+		{
+			simdjson::ondemand::value Value;
+			ASSERT_EQ(Item.get(Value), simdjson::SUCCESS);
+			if (Element++ == 0)
+			{
+				ZnJson::FPlainMember Members[4];
+				const int32 Count = ZnJson::ReadPlainNumberMembers(Value, Members, 4);
+				if (Count < 0)
+				{
+					continue;
+				}
+				ASSERT_EQ(Count, 3) << Text;
+				for (int32 Index = 0; Index < 3; ++Index)
+				{
+					ASSERT_EQ(std::memcmp(&Members[Index].Number, &Expected[Index], sizeof(double)), 0) << Text;
+				}
+				++ReadPlainly;
+			}
+			else
+			{
+				double Read[4];
+				if (ZnJson::ReadPlainNumbers(Value, Read, 4) == 2)
+				{
+					ASSERT_EQ(std::memcmp(&Read[0], &Expected[0], sizeof(double)), 0) << Text;
+					ASSERT_EQ(std::memcmp(&Read[1], &Expected[1], sizeof(double)), 0) << Text;
+				}
+			}
+		}
+	}
+	EXPECT_GT(ReadPlainly, 2000);
+}
+
 TEST(ZnJsonPlainNumbers, CommonShapesAreReadPlainly)
 {
 	double Numbers[8];

@@ -605,12 +605,46 @@ const char* ParsePlainNumberByWords(const char* Text, FPlainDecimal& OutNumber)
 	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
 }
 
+// Sixteen zero bytes, then sixteen 0xFF bytes: loading sixteen of them from offset N gives a mask
+// of the last N lanes.
+alignas(16) constexpr uint8 LastLanes[32] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
+	0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+FORCEINLINE __m128i LastLanesMask(int32 Count)
+{
+	return _mm_loadu_si128(reinterpret_cast<const __m128i*>(LastLanes + Count));
+}
+
+// The value of up to sixteen digits that end at End (the byte before it is the last digit), with
+// a decimal point FractionDigits before the end when bPoint: sixteen bytes loaded to end with the
+// number put its last digit in the last lane; the integer digits come from a load one byte
+// earlier, which closes the point's gap; then pairs, fours and eights are combined by
+// multiply-adds. Reads the 17 bytes before End.
+FORCEINLINE uint64 DigitsEndingAt(const char* End, int32 DigitCount, int32 FractionDigits, bool bPoint)
+{
+	const __m128i Zero = _mm_set1_epi8('0');
+	const __m128i Fraction = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 16));
+	const __m128i Integer = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 17));
+	const __m128i FromFraction = LastLanesMask(bPoint ? FractionDigits : 16);
+	const __m128i Joined = _mm_or_si128(_mm_and_si128(FromFraction, Fraction), _mm_andnot_si128(FromFraction, Integer));
+	const __m128i Digits = _mm_and_si128(_mm_sub_epi8(Joined, Zero), LastLanesMask(DigitCount));
+	// Lane 0 holds the most significant digit.
+	const __m128i Pairs =
+		_mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)),
+			_mm_madd_epi16(_mm_unpackhi_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)));
+	const __m128i Fours = _mm_madd_epi16(Pairs, _mm_set1_epi32(0x00010064));
+	const __m128i Eights = _mm_madd_epi16(_mm_packs_epi32(Fours, Fours), _mm_set1_epi32(0x00012710));
+	const uint64 High = uint32(_mm_cvtsi128_si32(Eights));
+	const uint64 Low = uint32(_mm_cvtsi128_si32(_mm_srli_si128(Eights, 4)));
+	return High * 100000000 + Low;
+}
+
 #if defined(__SSE2__) || defined(_M_X64)
 // The common shape, "12.345678", with the integer part and the fraction within the sixteen bytes
 // from the number's first digit: one load finds where both end, so the next number's position is
 // known early and the digits' values are worked out beside the next number's scan. Anything
 // else goes the word-by-word way.
-FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
+FORCEINLINE const char* ParsePlainNumber(const char* Text, const char* Earliest, FPlainDecimal& OutNumber)
 {
 	const char* Start = Text;
 	const bool bNegative = *Text == '-';
@@ -625,28 +659,37 @@ FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNum
 	{
 		return ParsePlainNumberByWords(Start, OutNumber);
 	}
-	uint64 Mantissa = DigitsValue(LoadEightBytes(Text), IntegerDigits);
-	int32 Exponent = 0;
-	Text += IntegerDigits;
-	if (*Text == '.')
+	const char* End = Text + IntegerDigits;
+	int32 FractionDigits = 0;
+	if (*End == '.')
 	{
 		const uint32 AfterPoint = Others & ~((2u << IntegerDigits) - 1u);
-		const int32 FractionDigits = int32(FMath::CountTrailingZeros64(AfterPoint)) - IntegerDigits - 1;
+		FractionDigits = int32(FMath::CountTrailingZeros64(AfterPoint)) - IntegerDigits - 1;
 		// A fraction that reaches the end of the block may go on past it.
 		if (FractionDigits <= 0 || AfterPoint == 0 || FractionDigits > 8 + (8 - IntegerDigits) - 1)
 		{
 			return ParsePlainNumberByWords(Start, OutNumber);
 		}
-		const char* Fraction = Text + 1;
-		Mantissa = AppendFractionDigits(Mantissa, Fraction, FractionDigits);
-		Exponent = -FractionDigits;
-		Text = Fraction + FractionDigits;
+		End += 1 + FractionDigits;
 	}
-	if (!ReadExponent(Text, Exponent))
+	uint64 Mantissa;
+	if (End - 17 >= Earliest)
+	{
+		Mantissa = DigitsEndingAt(End, IntegerDigits + FractionDigits, FractionDigits, FractionDigits > 0);
+	}
+	else
+	{
+		// Near the start of the text the bytes before the number may not be there to load.
+		Mantissa = DigitsValue(LoadEightBytes(Text), IntegerDigits);
+		Mantissa =
+			FractionDigits > 0 ? AppendFractionDigits(Mantissa, Text + IntegerDigits + 1, FractionDigits) : Mantissa;
+	}
+	int32 Exponent = -FractionDigits;
+	if (!ReadExponent(End, Exponent))
 	{
 		return nullptr;
 	}
-	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
+	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? End : nullptr;
 }
 
 // What each byte of a 64-byte block of a tight array is, one bit per byte.
@@ -704,40 +747,6 @@ FORCEINLINE bool IsPlainTightBlock(const FTightBlock& Block)
 		(FirstDigits & ~Block.Digits) | (FirstDigits & Block.Zeros & (Block.Digits >> 1)) |
 		(Block.Points & ~(Block.Digits >> 1)) | (Block.Points & ~(Block.Digits << 1));
 	return (Odd & Covered) == 0;
-}
-
-// Sixteen zero bytes, then sixteen 0xFF bytes: loading sixteen of them from offset N gives a mask
-// of the last N lanes.
-alignas(16) constexpr uint8 LastLanes[32] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF,
-	0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
-
-FORCEINLINE __m128i LastLanesMask(int32 Count)
-{
-	return _mm_loadu_si128(reinterpret_cast<const __m128i*>(LastLanes + Count));
-}
-
-// The value of up to sixteen digits that end at End (the byte before it is the last digit), with
-// a decimal point FractionDigits before the end when bPoint: sixteen bytes loaded to end with the
-// number put its last digit in the last lane; the integer digits come from a load one byte
-// earlier, which closes the point's gap; then pairs, fours and eights are combined by
-// multiply-adds. Reads the 17 bytes before End.
-FORCEINLINE uint64 DigitsEndingAt(const char* End, int32 DigitCount, int32 FractionDigits, bool bPoint)
-{
-	const __m128i Zero = _mm_set1_epi8('0');
-	const __m128i Fraction = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 16));
-	const __m128i Integer = _mm_loadu_si128(reinterpret_cast<const __m128i*>(End - 17));
-	const __m128i FromFraction = LastLanesMask(bPoint ? FractionDigits : 16);
-	const __m128i Joined = _mm_or_si128(_mm_and_si128(FromFraction, Fraction), _mm_andnot_si128(FromFraction, Integer));
-	const __m128i Digits = _mm_and_si128(_mm_sub_epi8(Joined, Zero), LastLanesMask(DigitCount));
-	// Lane 0 holds the most significant digit.
-	const __m128i Pairs =
-		_mm_packs_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)),
-			_mm_madd_epi16(_mm_unpackhi_epi8(Digits, _mm_setzero_si128()), _mm_set1_epi32(0x0001000A)));
-	const __m128i Fours = _mm_madd_epi16(Pairs, _mm_set1_epi32(0x00010064));
-	const __m128i Eights = _mm_madd_epi16(_mm_packs_epi32(Fours, Fours), _mm_set1_epi32(0x00012710));
-	const uint64 High = uint32(_mm_cvtsi128_si32(Eights));
-	const uint64 Low = uint32(_mm_cvtsi128_si32(_mm_srli_si128(Eights, 4)));
-	return High * 100000000 + Low;
 }
 
 // The number of a plain tight block between Begin and its separator at End, where a sign is
@@ -834,7 +843,7 @@ FORCEINLINE const char* ReadTightDecimals(const char* Text, FPlainDecimal* Decim
 	}
 }
 #else
-FORCEINLINE const char* ParsePlainNumber(const char* Text, FPlainDecimal& OutNumber)
+FORCEINLINE const char* ParsePlainNumber(const char* Text, const char*, FPlainDecimal& OutNumber)
 {
 	return ParsePlainNumberByWords(Text, OutNumber);
 }
@@ -906,7 +915,7 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 	FPlainDecimal Decimals[MaxPlainNumbers];
 	const int32 Limit = Capacity < MaxPlainNumbers ? Capacity : MaxPlainNumbers;
 	Count = ReadPlainList(Token, '[', ']', Limit,
-		[&Decimals](const char* Text, int32 Index) { return ParsePlainNumber(Text, Decimals[Index]); });
+		[&Decimals, Token](const char* Text, int32 Index) { return ParsePlainNumber(Text, Token, Decimals[Index]); });
 	ToDoubles(Decimals, Count, OutNumbers);
 	return Count;
 }
@@ -914,29 +923,29 @@ int32 ReadPlainNumbers(simdjson::ondemand::value& Value, double* OutNumbers, int
 int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* OutMembers, int32 Capacity)
 {
 	FPlainDecimal Decimals[MaxPlainMembers];
-	const int32 Count =
-		ReadPlainList(Value.raw_json_token().data(), '{', '}', Capacity < MaxPlainMembers ? Capacity : MaxPlainMembers,
-			[&Decimals, OutMembers](const char* Text, int32 Index) -> const char*
+	const char* const Token = Value.raw_json_token().data();
+	const int32 Count = ReadPlainList(Token, '{', '}', Capacity < MaxPlainMembers ? Capacity : MaxPlainMembers,
+		[&Decimals, OutMembers, Token](const char* Text, int32 Index) -> const char*
+		{
+			if (*Text != '"')
 			{
-				if (*Text != '"')
+				return nullptr;
+			}
+			const char* Name = ++Text;
+			// Escapes and control characters are for the full parser.
+			while (*Text != '"')
+			{
+				if (*Text == '\\' || static_cast<unsigned char>(*Text) < 0x20)
 				{
 					return nullptr;
 				}
-				const char* Name = ++Text;
-				// Escapes and control characters are for the full parser.
-				while (*Text != '"')
-				{
-					if (*Text == '\\' || static_cast<unsigned char>(*Text) < 0x20)
-					{
-						return nullptr;
-					}
-					++Text;
-				}
-				OutMembers[Index].Name = Name;
-				OutMembers[Index].NameLength = int32(Text - Name);
-				Text = SkipSpace(Text + 1);
-				return *Text == ':' ? ParsePlainNumber(SkipSpace(Text + 1), Decimals[Index]) : nullptr;
-			});
+				++Text;
+			}
+			OutMembers[Index].Name = Name;
+			OutMembers[Index].NameLength = int32(Text - Name);
+			Text = SkipSpace(Text + 1);
+			return *Text == ':' ? ParsePlainNumber(SkipSpace(Text + 1), Token, Decimals[Index]) : nullptr;
+		});
 	double Numbers[MaxPlainMembers];
 	ToDoubles(Decimals, Count, Numbers);
 	for (int32 Index = 0; Index < Count; ++Index)
