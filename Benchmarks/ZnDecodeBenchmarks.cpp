@@ -498,17 +498,26 @@ BENCHMARK(BM_QuatCurveEvaluate_TwoKeyFloor)->Name("QuatCurveEvaluate/TwoKeyFloor
 
 int main(int argc, char** argv)
 {
-	// Five repetitions unless told otherwise: the ratios use the best of them.
+	// Five repetitions unless told otherwise: the ratios use the best of them. The repetitions of
+	// all benchmarks run in a random order, so that a contender and its baseline are measured over
+	// the same stretch of time, and a busy spell of the machine falls on both alike.
 	std::vector<char*> Arguments(argv, argv + argc);
 	std::string Repetitions = "--benchmark_repetitions=5";
+	std::string Interleaving = "--benchmark_enable_random_interleaving=true";
 	bool bRepetitionsGiven = false;
+	bool bInterleavingGiven = false;
 	for (int Index = 1; Index < argc; ++Index)
 	{
 		bRepetitionsGiven |= std::string(argv[Index]).rfind("--benchmark_repetitions", 0) == 0;
+		bInterleavingGiven |= std::string(argv[Index]).rfind("--benchmark_enable_random_interleaving", 0) == 0;
 	}
 	if (!bRepetitionsGiven)
 	{
 		Arguments.push_back(Repetitions.data());
+	}
+	if (!bInterleavingGiven)
+	{
+		Arguments.push_back(Interleaving.data());
 	}
 	argc = static_cast<int>(Arguments.size());
 	argv = Arguments.data();
