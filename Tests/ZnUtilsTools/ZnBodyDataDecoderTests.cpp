@@ -2,6 +2,7 @@
 
 #include "ZnDM_BpFuncLib.h"
 #include "ZnDecodeTestHelpers.h"
+#include "ZnMotionGenerator.h"
 
 #include <gtest/gtest.h>
 
@@ -322,4 +323,43 @@ TEST(ZnBodyDataDecoderTests, EscapedMemberNamesMatchTheirUnescapedForm)
 	const FZnBodyData Body = Decoded("{\"tot\\u0061lTime\":6,\"\\u0048ips\":{\"p\\u006fs\":[{\"\\u0078\":1}]}}");
 	EXPECT_EQ(Body.totalTime, 6.0f);
 	EXPECT_EQ(Body.RootStartPosition.Y, 100.0);
+}
+
+namespace
+{
+// Replaces every occurrence of From in Text.
+std::string ReplaceAll(std::string Text, const std::string& From, const std::string& To)
+{
+	for (size_t At = Text.find(From); At != std::string::npos; At = Text.find(From, At + To.size()))
+	{
+		Text.replace(At, From.size(), To);
+	}
+	return Text;
+}
+} // namespace
+
+TEST(ZnBodyDataDecoderTests, AxesWrittenInAnyCaseOrderOrSpacingDecodeAsProducersWriteThem)
+{
+	// Producers write {"x":..,"y":..,"z":..,"w":..}, read the short way; every other way of
+	// writing the same members goes the general way and must give the same record.
+	const std::string Tight = FZnMotionGenerator::BodyToJson(FZnMotionGenerator::GenerateBody({40, 3, false, true}));
+	const FZnBodyData Expected = Decoded(Tight);
+	ASSERT_EQ(Expected.BoneNames.Num(), 52);
+	ASSERT_EQ(Expected.BoneFrames[0].Num(), 40);
+	const std::string Variants[] = {
+		ReplaceAll(Tight, ",", ", "),
+		ReplaceAll(ReplaceAll(Tight, "\"x\":", "\"X\":"), "\"w\":", "\"W\":"),
+		ReplaceAll(Tight, "{\"x\":", "{ \"x\" :"),
+		ReplaceAll(ReplaceAll(Tight, "\"y\":", "\"q\":0,\"y\":"), "\"z\":", "\"z\" : "),
+		ReplaceAll(Tight, "}", " }"),
+	};
+	for (const std::string& Variant : Variants)
+	{
+		ASSERT_NE(Variant, Tight);
+		EXPECT_TRUE(SameBodyContents(Decoded(Variant), Expected)) << Variant.substr(0, 200);
+	}
+	// Members in another order: the same axes.
+	const std::string Reordered = ReplaceAll(Tight, "{\"x\":", "{\"w\":1e9,\"x\":");
+	const FZnBodyData FromReordered = Decoded(Reordered);
+	EXPECT_TRUE(SameBodyContents(FromReordered, Expected));
 }

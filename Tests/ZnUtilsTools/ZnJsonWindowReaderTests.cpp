@@ -442,6 +442,50 @@ TEST(ZnJsonPlainNumbers, MemberNumbersAndSpacedArraysReadBitForBitAsTheFullParse
 	EXPECT_GT(ReadPlainly, 2000);
 }
 
+TEST(ZnJsonPlainNumbers, LetterMembersAreReadOnlyWhenWrittenExactlyAsProducersWriteThem)
+{
+	// Reads the first element of a root array with ReadTightLetterMembers; false when refused.
+	const auto Read = [](const std::string& Text, const char* Letters, double* Out) -> bool
+	{
+		const FString Wide = ZnJson::ToString(Text);
+		FZnJsonWindowReader Reader;
+		simdjson::ondemand::document* Document = nullptr;
+		bool bContinues = false;
+		simdjson::ondemand::array Root;
+		if (!Reader.Begin(Wide) || !Reader.Next(Document, bContinues) ||
+			Document->get_array().get(Root) != simdjson::SUCCESS)
+		{
+			return false;
+		}
+		for (simdjson::simdjson_result<simdjson::ondemand::value> Element : Root)
+		{
+			simdjson::ondemand::value Value;
+			return Element.get(Value) == simdjson::SUCCESS && ZnJson::ReadTightLetterMembers(Value, Letters, Out);
+		}
+		return false;
+	};
+	double Axes[4] = {};
+	ASSERT_TRUE(Read(R"([{"x":0.0303169899,"y":-0.151650622,"z":4.1980682e-05,"w":1}])", "xyzw", Axes));
+	EXPECT_EQ(Axes[0], 0.0303169899);
+	EXPECT_EQ(Axes[1], -0.151650622);
+	EXPECT_EQ(Axes[2], 4.1980682e-05);
+	EXPECT_EQ(Axes[3], 1.0);
+	ASSERT_TRUE(Read(R"([{"x":1,"y":2,"z":3},4])", "xyz", Axes));
+	EXPECT_EQ(Axes[2], 3.0);
+	for (const char* Text :
+		{R"([{"x":1,"y":2,"z":3}])", R"([{"X":1,"y":2,"z":3,"w":4}])", R"([{"y":2,"x":1,"z":3,"w":4}])",
+			R"([{ "x":1,"y":2,"z":3,"w":4}])", R"([{"x" :1,"y":2,"z":3,"w":4}])", R"([{"x":1,"y":2,"z":3,"w":4 }])",
+			R"([{"x":1,"y":2,"z":3,"w":4,"v":5}])", R"([{"x":1,"y":2,"z":3,"w":"4"}])",
+			R"([{"x":1,"y":2,"z":3,"w":[4]}])", R"([{"x":01,"y":2,"z":3,"w":4}])", R"([{"x":1.,"y":2,"z":3,"w":4}])",
+			R"([{"x":1e,"y":2,"z":3,"w":4}])", R"([{"x":1,"y":2,"z":3,"w":12345678901234567890}])",
+			R"([{"xx":1,"y":2,"z":3,"w":4}])", R"([[1,2,3,4]])", R"([1])"})
+	{
+		EXPECT_FALSE(Read(Text, "xyzw", Axes)) << Text;
+	}
+	EXPECT_FALSE(Read(R"([{"x":1,"y":2,"z":3,"w":4}])", "xyz", Axes));
+	EXPECT_FALSE(Read(R"([{"a":1,"b":2,"c":3,"d":4,"e":5}])", "abcde", Axes));
+}
+
 TEST(ZnJsonPlainNumbers, CommonShapesAreReadPlainly)
 {
 	double Numbers[8];

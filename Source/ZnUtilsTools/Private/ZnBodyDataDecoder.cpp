@@ -41,6 +41,16 @@ inline int32 AxisIndex(std::string_view Key)
 template <int32 Count>
 bool ReadPlainAxes(ondemand::value& Value, float (&OutAxes)[Count])
 {
+	// Producers write the axes in order, lower case, without whitespace.
+	double Tight[4];
+	if (ZnJson::ReadTightLetterMembers(Value, Count == 4 ? "xyzw" : "xyz", Tight))
+	{
+		for (int32 Index = 0; Index < Count; ++Index)
+		{
+			OutAxes[Index] = float(Tight[Index]);
+		}
+		return true;
+	}
 	ZnJson::FPlainMember Members[8];
 	const int32 MemberCount = ZnJson::ReadPlainNumberMembers(Value, Members, 8);
 	if (MemberCount < 0)

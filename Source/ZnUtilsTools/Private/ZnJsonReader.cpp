@@ -955,6 +955,41 @@ int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* Out
 	return Count;
 }
 
+bool ReadTightLetterMembers(simdjson::ondemand::value& Value, const char* Letters, double* OutNumbers)
+{
+	constexpr int32 MaxLetters = 4;
+	FPlainDecimal Decimals[MaxLetters];
+	const char* const Token = Value.raw_json_token().data();
+	const char* Cursor = Token;
+	int32 Count = 0;
+	for (; Letters[Count] != '\0'; ++Count)
+	{
+		if (Count == MaxLetters)
+		{
+			return false;
+		}
+		// '{' or ',', then the quoted letter and the colon: five bytes compared at once.
+		const uint64 Lead = Count == 0 ? '{' : ',';
+		const uint64 Expected = Lead | (uint64('"') << 8) | (uint64(uint8(Letters[Count])) << 16) |
+			(uint64('"') << 24) | (uint64(':') << 32);
+		if ((LoadEightBytes(Cursor) & 0xFFFFFFFFFFull) != Expected)
+		{
+			return false;
+		}
+		Cursor = ParsePlainNumber(Cursor + 5, Token, Decimals[Count]);
+		if (Cursor == nullptr)
+		{
+			return false;
+		}
+	}
+	if (*Cursor != '}')
+	{
+		return false;
+	}
+	ToDoubles(Decimals, Count, OutNumbers);
+	return true;
+}
+
 bool ReadLongNumber(std::string_view Token, double& OutNumber)
 {
 	// The token runs on to the next structural byte: trailing whitespace is not the number's.

@@ -188,6 +188,13 @@ struct FPlainMember
 	std::string_view GetName() const { return std::string_view(Name, size_t(NameLength)); }
 };
 int32 ReadPlainNumberMembers(simdjson::ondemand::value& Value, FPlainMember* OutMembers, int32 Capacity);
+
+// A small object of plain numbers written exactly as producers write rotations and positions:
+// {"x":0.5,"y":-2} with the one-letter member names of Letters (at most four) in that order and
+// no whitespace. Stores the numbers in that order and returns true; false for anything else,
+// which decides nothing about the value (the caller reads it the general way). Cheaper than
+// ReadPlainNumberMembers by the names it need not scan or match.
+bool ReadTightLetterMembers(simdjson::ondemand::value& Value, const char* Letters, double* OutNumbers);
 } // namespace ZnJson
 
 // One JSON value, or nothing (a missing member). Cheap to copy.
