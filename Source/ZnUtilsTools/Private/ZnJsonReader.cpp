@@ -166,51 +166,16 @@ char* ConvertUtf16(const TCHAR* In, size_t Length, char* Out)
 	size_t Index = 0;
 	while (Index < Length)
 	{
-		// Texts from the service are almost entirely ASCII: copy blocks of 16 units while they are.
-#if defined(__SSE2__) || defined(_M_X64)
-		while (Index + 16 <= Length)
-		{
-			const __m128i Low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index));
-			const __m128i High = _mm_loadu_si128(reinterpret_cast<const __m128i*>(In + Index + 8));
-			// Any unit above 0x7F has a bit set outside the low seven.
-			const __m128i Wide = _mm_and_si128(_mm_or_si128(Low, High), _mm_set1_epi16(int16(0xFF80)));
-			if (_mm_movemask_epi8(_mm_cmpeq_epi8(Wide, _mm_setzero_si128())) != 0xFFFF)
-			{
-				break;
-			}
-			_mm_storeu_si128(reinterpret_cast<__m128i*>(Out), _mm_packus_epi16(Low, High));
-			Out += 16;
-			Index += 16;
-		}
-#endif
-		while (Index + 16 <= Length)
-		{
-			uint32 Bits = 0;
-			for (size_t Lane = 0; Lane < 16; ++Lane)
-			{
-				Bits |= uint32(In[Index + Lane]);
-			}
-			if (Bits >= 0x80)
-			{
-				break;
-			}
-			for (size_t Lane = 0; Lane < 16; ++Lane)
-			{
-				Out[Lane] = char(In[Index + Lane]);
-			}
-			Out += 16;
-			Index += 16;
-		}
+		// Texts from the service are almost entirely ASCII: copy each run of it at once.
+		const size_t Ascii = ConvertAsciiPrefix(In + Index, Length - Index, Out);
+		Out += Ascii;
+		Index += Ascii;
 		if (Index >= Length)
 		{
 			break;
 		}
 		const char32_t Unit = char32_t(In[Index++]);
-		if (Unit < 0x80)
-		{
-			*Out++ = char(Unit);
-		}
-		else if (Unit >= 0xD800 && Unit <= 0xDBFF)
+		if (Unit >= 0xD800 && Unit <= 0xDBFF)
 		{
 			if (Index < Length && char32_t(In[Index]) >= 0xDC00 && char32_t(In[Index]) <= 0xDFFF)
 			{
