@@ -347,8 +347,8 @@ bool DecodeWindows(FZnJsonWindowReader& Reader, FZnFaceData& OutFaceData, bool b
 		return false;
 	}
 	Batch.Flush(Record);
-	const uint64 FrameCount = Clock.FrameCount;
-	Record.totalTime = ZnMotion::FrameTime(FrameCount);
+	// The length is the time the frame after the last would have.
+	Record.totalTime = Clock.Time();
 	if (bWithNames)
 	{
 		// The tables never change: one instance, built on first use, serves every decode.
