@@ -1185,12 +1185,7 @@ bool FZnJsonReader::LoadText(const FString& Text, size_t& OutLength)
 	Root = FZnJsonValue();
 	const TCHAR* Chars = *Text;
 	size_t Length = size_t(Text.Len());
-	// A byte-order mark belongs to the file, not to the JSON text.
-	if (Length > 0 && Chars[0] == TCHAR(0xFEFF))
-	{
-		++Chars;
-		--Length;
-	}
+	ZnJson::SkipByteOrderMark(Chars, Length);
 	if (Length == 0)
 	{
 		return false;
@@ -1206,14 +1201,11 @@ bool FZnJsonReader::LoadUtf8(const char* Utf8, int64 Length, size_t& OutLength)
 	{
 		return false;
 	}
-	if (Length >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
-	{
-		Utf8 += 3;
-		Length -= 3;
-	}
-	char* Buffer = Scratch->Reserve(size_t(Length));
-	std::memcpy(Buffer, Utf8, size_t(Length));
-	OutLength = size_t(Length);
+	size_t Bytes = size_t(Length);
+	ZnJson::SkipByteOrderMark(Utf8, Bytes);
+	char* Buffer = Scratch->Reserve(Bytes);
+	std::memcpy(Buffer, Utf8, Bytes);
+	OutLength = Bytes;
 	return true;
 }
 

@@ -145,6 +145,26 @@ inline bool ReadKey(simdjson::ondemand::field& Field, std::string_view& OutKey)
 	}
 }
 
+// A byte-order mark belongs to the file, not to the JSON text: these step over a leading one, in
+// engine text (UTF-16 units) or in UTF-8 bytes.
+inline void SkipByteOrderMark(const TCHAR*& Chars, size_t& Units)
+{
+	if (Units > 0 && Chars[0] == TCHAR(0xFEFF))
+	{
+		++Chars;
+		--Units;
+	}
+}
+
+inline void SkipByteOrderMark(const char*& Bytes, size_t& Length)
+{
+	if (Length >= 3 && Bytes[0] == '\xEF' && Bytes[1] == '\xBB' && Bytes[2] == '\xBF')
+	{
+		Bytes += 3;
+		Length -= 3;
+	}
+}
+
 // The first byte from Text on that is not JSON whitespace, or End.
 inline const char* SkipJsonSpace(const char* Text, const char* End)
 {

@@ -115,12 +115,7 @@ bool FZnJsonWindowReader::Begin(const FString& Text, size_t InWindowBytes)
 {
 	const TCHAR* Chars = *Text;
 	size_t Units = size_t(Text.Len());
-	// A byte-order mark belongs to the file, not to the JSON text.
-	if (Units > 0 && Chars[0] == TCHAR(0xFEFF))
-	{
-		++Chars;
-		--Units;
-	}
+	ZnJson::SkipByteOrderMark(Chars, Units);
 	if (Units == 0)
 	{
 		return false;
@@ -139,11 +134,7 @@ bool FZnJsonWindowReader::BeginUtf8(const char* Utf8, int64 InLength, size_t InW
 		return false;
 	}
 	size_t Bytes = size_t(InLength);
-	if (Bytes >= 3 && std::memcmp(Utf8, "\xEF\xBB\xBF", 3) == 0)
-	{
-		Utf8 += 3;
-		Bytes -= 3;
-	}
+	ZnJson::SkipByteOrderMark(Utf8, Bytes);
 	if (Bytes == 0)
 	{
 		return false;
