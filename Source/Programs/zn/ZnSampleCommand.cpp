@@ -4,7 +4,9 @@
 // see what a character does at any moment of a clip.
 #include "ZnCommand.h"
 
+#include "ZnClipFiles.h"
 #include "ZnDM_BpFuncLib.h"
+#include "ZnExportMotion.h"
 #include "ZnHuman_Skeleton.h"
 #include "ZnQuatCurve.h"
 
@@ -14,8 +16,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <memory>
 #include <ostream>
@@ -36,17 +36,6 @@ struct FZnSampleOptions
 	bool bJson = false;
 };
 
-bool ReadText(const std::string& Path, std::string& OutText)
-{
-	std::ifstream In(Path, std::ios::binary);
-	if (!In)
-	{
-		return false;
-	}
-	OutText.assign(std::istreambuf_iterator<char>(In), std::istreambuf_iterator<char>());
-	return true;
-}
-
 FString ToFString(const std::string& Utf8)
 {
 	const FUTF8ToTCHAR Converted(Utf8.data(), static_cast<int32>(Utf8.size()));
@@ -57,33 +46,6 @@ std::string ToUtf8(const FString& Text)
 {
 	const FTCHARToUTF8 Converted(*Text, Text.Len());
 	return std::string(Converted.Get(), static_cast<size_t>(Converted.Length()));
-}
-
-// The first two structural characters tell the shapes apart: "{" a version 1
-// body or a control-rig object, "[[" a version 1 face, "[{" version 2 frames.
-std::string DetectFormat(const std::string& Text, bool bBody)
-{
-	size_t Index = Text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-	const auto NextSignificant = [&]()
-	{
-		while (Index < Text.size() &&
-			(Text[Index] == ' ' || Text[Index] == '\t' || Text[Index] == '\r' || Text[Index] == '\n'))
-		{
-			++Index;
-		}
-		return Index < Text.size() ? Text[Index++] : '\0';
-	};
-	const char First = NextSignificant();
-	if (First == '{')
-	{
-		return bBody ? "v1" : (Text.find("\"curve_names\"") != std::string::npos ? "rig" : "v2");
-	}
-	if (First == '[')
-	{
-		const char Second = NextSignificant();
-		return Second == '{' || bBody ? "v2" : "v1";
-	}
-	return "v1";
 }
 
 struct FZnSampledBody
@@ -113,48 +75,21 @@ bool SameBoneName(const std::string& A, const std::string& B)
 			});
 }
 
-// The bones a frame array carries, from the first frame with a "rot" object, in the file's
-// order. The frame decoder skips every frame that lacks one of the bones it is asked for, so
-// asking for a fixed list would lose whole clips made without twist or finger bones. Empty when
-// the text is not such an array.
-std::vector<std::string> FrameArrayBoneNames(const std::string& Text)
-{
-	std::vector<std::string> Names;
-	const nlohmann::ordered_json Frames = nlohmann::ordered_json::parse(Text, nullptr, false);
-	if (!Frames.is_array())
-	{
-		return Names;
-	}
-	for (const nlohmann::ordered_json& Frame : Frames)
-	{
-		const auto Rotations = Frame.is_object() ? Frame.find("rot") : Frame.end();
-		if (Frame.is_object() && Rotations != Frame.end() && Rotations->is_object())
-		{
-			for (auto It = Rotations->begin(); It != Rotations->end(); ++It)
-			{
-				Names.push_back(It.key());
-			}
-			break;
-		}
-	}
-	return Names;
-}
-
 bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandContext& Ctx)
 {
 	std::string Text;
-	if (!ReadText(Options.BodyFile, Text))
+	if (!FZnClipFiles::ReadText(Options.BodyFile, Text))
 	{
 		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
 		return false;
 	}
-	Out.Format = Options.BodyFormat == "auto" ? DetectFormat(Text, true) : Options.BodyFormat;
+	Out.Format = Options.BodyFormat == "auto" ? FZnClipFiles::DetectFormat(Text, true) : Options.BodyFormat;
 	const FString Json = ToFString(Text);
 	float TotalTime = 0.0f;
 	if (Out.Format == "v2")
 	{
 		TArray<FString> Bones;
-		const std::vector<std::string> FileBones = FrameArrayBoneNames(Text);
+		const std::vector<std::string> FileBones = FZnClipFiles::FrameArrayBoneNames(Text);
 		if (!FileBones.empty())
 		{
 			for (const std::string& Bone : FileBones)
@@ -236,12 +171,12 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandContext& Ctx)
 {
 	std::string Text;
-	if (!ReadText(Options.FaceFile, Text))
+	if (!FZnClipFiles::ReadText(Options.FaceFile, Text))
 	{
 		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
 		return false;
 	}
-	Out.Format = Options.FaceFormat == "auto" ? DetectFormat(Text, false) : Options.FaceFormat;
+	Out.Format = Options.FaceFormat == "auto" ? FZnClipFiles::DetectFormat(Text, false) : Options.FaceFormat;
 	const FString Json = ToFString(Text);
 	float TotalTime = 0.0f;
 	if (Out.Format == "v2")
@@ -256,24 +191,8 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	{
 		UZnDM_BpFuncLib::ParseJsonToFacedata(Json, Out.Data);
 	}
-	// Version 2 records carry no names; their channels are the face rig's in the
-	// usual order.
-	const ZnHuman_Skeleton Skeleton;
-	for (int32 Curve = 0; Curve < Out.Data.Curves.Num(); ++Curve)
-	{
-		if (Curve < Out.Data.CurveNames.Num())
-		{
-			Out.Names.push_back(ToUtf8(Out.Data.CurveNames[Curve]));
-		}
-		else if (Curve < Skeleton.FaceCurveNames.Num())
-		{
-			Out.Names.push_back(ToUtf8(Skeleton.FaceCurveNames[Curve]));
-		}
-		else
-		{
-			Out.Names.push_back("Channel" + std::to_string(Curve));
-		}
-	}
+	// Version 2 records carry no names; their channels are the face rig's in the usual order.
+	Out.Names = FZnExportFace::ChannelNames(Out.Data);
 	if (Out.Data.Curves.Num() == 0)
 	{
 		ZnPrint(Ctx.Err, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(),
