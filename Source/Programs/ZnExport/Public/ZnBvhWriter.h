@@ -8,6 +8,9 @@
 // root's position in centimetres and every joint's rotation relative to its parent as Euler
 // angles in degrees in the declared order (Rz * Rx * Ry), converted from the decoders' engine
 // frame to the export frame.
+//
+// The records passed in are only read; nothing is kept between calls, so calls may run on any
+// thread.
 #pragma once
 
 #include "CoreMinimal.h"

@@ -1,6 +1,7 @@
 // Rotations as Euler angles for the export formats. Angles are in degrees, matrices act on column
 // vectors and a listed order is the order in which the axis rotations are multiplied: "Z, X, Y"
 // is Rz * Rx * Ry, which is how BVH readers compose "Zrotation Xrotation Yrotation".
+// Pure functions: any thread.
 #pragma once
 
 #include "CoreMinimal.h"

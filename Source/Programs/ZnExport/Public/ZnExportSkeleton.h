@@ -5,6 +5,7 @@
 // Export frame: Y up, the figure faces +Z and its left is +X, right-handed, centimetres. It is
 // the service's own frame, i.e. the decoders' conversion undone: export X = engine Y, export
 // Y = engine Z, export Z = engine X (and the same for a rotation's vector part, W kept).
+// Pure functions: any thread.
 #pragma once
 
 #include "CoreMinimal.h"

@@ -7,6 +7,9 @@
 // fraction of a frame, always 000 here), 61, the weights 0..1 mapped by name from the face clip's
 // channels (TongueOut, which the face rig does not have, is 0), and the rotations in radians:
 // the head's from a body clip when one is given and 0 otherwise, the eyes' always 0.
+//
+// The records passed in are only read; nothing is kept between calls, so calls may run on any
+// thread.
 #pragma once
 
 #include "CoreMinimal.h"
