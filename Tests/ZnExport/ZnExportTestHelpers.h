@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <sstream>
 #include <string>
@@ -160,6 +161,13 @@ inline FBvhFile ReadBvh(const std::string& Text)
 	return File;
 }
 
+// V rotated by the unit rotation Q.
+inline std::array<double, 3> Rotate(const FTestQuat& Q, const std::array<double, 3>& V)
+{
+	const FTestQuat P = Multiply(Multiply(Q, FTestQuat{V[0], V[1], V[2], 0.0}), FTestQuat{-Q.X, -Q.Y, -Q.Z, Q.W});
+	return {P.X, P.Y, P.Z};
+}
+
 // A joint's rotation at a frame, rebuilt from its rotation channels in their declared order.
 inline FTestQuat BvhRotation(const FBvhFile& File, int Frame, int Joint)
 {
@@ -178,6 +186,32 @@ inline FTestQuat BvhRotation(const FBvhFile& File, int Frame, int Joint)
 		++Column;
 	}
 	return Q;
+}
+
+// Every joint's world position at a frame, by forward kinematics over the file's own hierarchy:
+// a joint sits at its parent's position plus the parent's world rotation applied to its offset.
+inline std::vector<std::array<double, 3>> BvhWorldPositions(const FBvhFile& File, int Frame)
+{
+	std::vector<std::array<double, 3>> Positions(File.Joints.size());
+	std::vector<FTestQuat> World(File.Joints.size());
+	for (size_t Joint = 0; Joint < File.Joints.size(); ++Joint)
+	{
+		const FBvhJoint& J = File.Joints[Joint];
+		const FTestQuat Local = BvhRotation(File, Frame, int(Joint));
+		if (J.Parent < 0)
+		{
+			const std::vector<double>& Row = File.Motion[size_t(Frame)];
+			Positions[Joint] = {Row[0] + J.Offset[0], Row[1] + J.Offset[1], Row[2] + J.Offset[2]};
+			World[Joint] = Local;
+			continue;
+		}
+		const size_t Parent = size_t(J.Parent);
+		const std::array<double, 3> Step = Rotate(World[Parent], {J.Offset[0], J.Offset[1], J.Offset[2]});
+		Positions[Joint] = {
+			Positions[Parent][0] + Step[0], Positions[Parent][1] + Step[1], Positions[Parent][2] + Step[2]};
+		World[Joint] = Multiply(World[Parent], Local);
+	}
+	return Positions;
 }
 
 inline std::vector<std::string> SplitCsvLine(const std::string& Line)

@@ -2,6 +2,7 @@
 // driven through window.znPreview by PreviewDriver.py over the DevTools protocol. Screenshots are
 // compared by the hash of their PNG bytes (the same pixels give the same bytes in one browser).
 // A missing browser fails the test: scripts/install-deps.sh installs it.
+#include "ZnExportTestHelpers.h"
 #include "ZnMotionGenerator.h"
 #include "ZnRunner.h"
 
@@ -219,5 +220,38 @@ TEST_F(ZnPreviewPageTest, FaceOnlyAndBodyOnlyPagesLoadCleanly)
 		EXPECT_EQ(Report["results"][0]["frame"], 45);
 		EXPECT_EQ(Report["results"][0]["bodyFrame"], bBody ? 45 : -1);
 		EXPECT_EQ(Report["results"][0]["faceFrame"], bBody ? -1 : 45);
+	}
+}
+
+TEST_F(ZnPreviewPageTest, FigureIsPosedLikeTheBvhExport)
+{
+	const std::string Page = WritePreview(true, false, false);
+	ASSERT_EQ(RunZn({"export", "bvh", PathOf("body.json"), "-o", PathOf("body.bvh")}).Status, 0);
+	const ZnExportTest::FBvhFile File = ZnExportTest::ReadBvh(ReadAll(PathOf("body.bvh")));
+	ASSERT_EQ(File.Error, "");
+	const std::vector<int> Frames = {0, 37, 89};
+	Json Steps = Json::array();
+	for (const int Frame : Frames)
+	{
+		Steps.push_back({{"eval", "znPreview.seek(" + std::to_string(Frame) + " / 30); znPreview.joints()"}});
+	}
+	const Json Report = Drive(Page, Steps);
+	ASSERT_TRUE(Report.is_object());
+	ExpectQuietAndOffline(Report, Page);
+	for (size_t Step = 0; Step < Frames.size(); ++Step)
+	{
+		const Json& Joints = Report["results"][Step];
+		const auto Expected = ZnExportTest::BvhWorldPositions(File, Frames[Step]);
+		ASSERT_EQ(Joints.size(), File.Joints.size());
+		for (size_t Joint = 0; Joint < File.Joints.size(); ++Joint)
+		{
+			EXPECT_EQ(Joints[Joint][0], File.Joints[Joint].Name);
+			for (size_t Axis = 0; Axis < 3; ++Axis)
+			{
+				// The page keeps rotations to 1e-5 and the root to 0.01 cm.
+				EXPECT_NEAR(Joints[Joint][1][Axis].get<double>(), Expected[Joint][Axis], 0.02)
+					<< File.Joints[Joint].Name << " frame " << Frames[Step];
+			}
+		}
 	}
 }

@@ -6,7 +6,7 @@
 // that orbits by dragging and zooms with the wheel; the face channels as a heat map over time
 // with a cursor; and plays the sound in step with both. It has play, pause, a scrub bar, a speed
 // choice and shows the time and frame. Scripts can drive it through window.znPreview (seek(t),
-// play(), pause(), setSpeed(s), orbit(yaw, pitch, distance), state()).
+// play(), pause(), setSpeed(s), orbit(yaw, pitch, distance), joints(), state()).
 //
 // The records passed in are only read; nothing is kept between calls, so calls may run on any
 // thread.
