@@ -151,6 +151,11 @@ TEST_F(ZnPreviewPageTest, PageLoadsOfflineAndShowsTheFrameOfEachTime)
 		{{"shot", "#title"}},
 		{{"eval", "znPreview.seek(2.0); znPreview.state()"}},
 		{{"shot", "#title"}},
+		// The sound follows a seek once the browser knows its length.
+		{{"eval",
+			"new Promise(function (done) { const a = document.getElementById('audio'); (function wait() {"
+			" if (a.readyState >= 1) { znPreview.seek(1.25); done([a.duration, a.currentTime]); }"
+			" else { setTimeout(wait, 20); } })(); })"}},
 	});
 	const Json Report = Drive(Page, Steps);
 	ASSERT_TRUE(Report.is_object());
@@ -175,6 +180,8 @@ TEST_F(ZnPreviewPageTest, PageLoadsOfflineAndShowsTheFrameOfEachTime)
 	// The heat map's cursor moves with the time; the heading does not change at all.
 	EXPECT_NE(R[10]["sha256"], R[12]["sha256"]);
 	EXPECT_EQ(R[13]["sha256"], R[15]["sha256"]);
+	EXPECT_NEAR(R[16][0].get<double>(), 3.0, 1e-3);
+	EXPECT_NEAR(R[16][1].get<double>(), 1.25, 1e-3);
 }
 
 TEST_F(ZnPreviewPageTest, PlayPauseAndSpeedDriveTheClock)
