@@ -60,6 +60,7 @@ struct FZnLocalService::FImpl
 	std::mutex FaultMutex;
 	std::vector<FInjected> Injected;
 	std::atomic<uint64_t> Requests{0};
+	std::atomic<bool> bListenReturned{false};
 	std::mutex LogMutex;
 
 	void Log(const std::string& Line)
@@ -386,6 +387,14 @@ bool FZnLocalService::Start(std::string& Error)
 	httplib::Server& Server = *Impl->Server;
 	const size_t Workers = size_t(std::max(Config.WorkerThreads, 1));
 	Server.new_task_queue = [Workers] { return new httplib::ThreadPool(Workers); };
+	// The library's default also sets SO_REUSEPORT, which lets a second server bind a port in use
+	// and share its connections; a taken port must be an error instead.
+	Server.set_socket_options(
+		[](socket_t Socket)
+		{
+			int Yes = 1;
+			setsockopt(Socket, SOL_SOCKET, SO_REUSEADDR, &Yes, sizeof(Yes));
+		});
 	Server.set_payload_max_length(size_t(std::max<int64_t>(Config.MaxBodyBytes, 0)));
 	Server.set_keep_alive_timeout(KeepAliveSeconds);
 	FImpl* State = Impl.get();
@@ -434,7 +443,19 @@ bool FZnLocalService::Start(std::string& Error)
 	}
 	Impl->Requests = 0;
 	// The socket is listening already: connections made from here on wait for the accept loop.
-	Impl->ListenThread = std::thread([State] { State->Server->listen_after_bind(); });
+	Impl->bListenReturned = false;
+	Impl->ListenThread = std::thread(
+		[State]
+		{
+			State->Server->listen_after_bind();
+			State->bListenReturned = true;
+		});
+	// The library's stop() does nothing until its accept loop has begun, so Stop right after Start
+	// would leave that loop waiting forever: Start returns only once it runs.
+	while (!Impl->Server->is_running() && !Impl->bListenReturned)
+	{
+		std::this_thread::sleep_for(std::chrono::milliseconds(1));
+	}
 	return true;
 }
 

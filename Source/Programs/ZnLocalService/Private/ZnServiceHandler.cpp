@@ -318,7 +318,8 @@ struct FZnServiceRoutes
 		int64_t Milliseconds = 0;
 		const char* End = Timestamp.data() + Timestamp.size();
 		const auto Parsed = std::from_chars(Timestamp.data(), End, Milliseconds);
-		if (Timestamp.empty() || Parsed.ec != std::errc() || Parsed.ptr != End)
+		const bool bDigitsOnly = Timestamp.find_first_not_of("0123456789") == std::string::npos;
+		if (Timestamp.empty() || !bDigitsOnly || Parsed.ec != std::errc() || Parsed.ptr != End)
 		{
 			return FZnServiceHandler::Refusal(400, EZnServiceCode::BadTimestamp,
 				"timestamp \"" + Timestamp + "\" is not a decimal count of milliseconds since 1970");
