@@ -63,6 +63,19 @@ struct FZnLocalService::FImpl
 	std::atomic<bool> bListenReturned{false};
 	std::mutex LogMutex;
 
+	// Forgets the server and handler and removes a temporary folder (after Stop, or a failed Start).
+	void ReleaseServer()
+	{
+		Server.reset();
+		Handler.reset();
+		if (!TemporaryFolder.empty())
+		{
+			std::error_code Ignored;
+			std::filesystem::remove_all(TemporaryFolder, Ignored);
+			TemporaryFolder.clear();
+		}
+	}
+
 	void Log(const std::string& Line)
 	{
 		std::lock_guard<std::mutex> Lock(LogMutex);
@@ -344,14 +357,7 @@ bool FZnLocalService::Start(std::string& Error)
 	const auto Fail = [this, &Error](const std::string& Message)
 	{
 		Error = Message;
-		Impl->Server.reset();
-		Impl->Handler.reset();
-		if (!Impl->TemporaryFolder.empty())
-		{
-			std::error_code Ignored;
-			std::filesystem::remove_all(Impl->TemporaryFolder, Ignored);
-			Impl->TemporaryFolder.clear();
-		}
+		Impl->ReleaseServer();
 		return false;
 	};
 
@@ -475,14 +481,7 @@ void FZnLocalService::Stop()
 	{
 		Impl->ListenThread.join();
 	}
-	Impl->Server.reset();
-	Impl->Handler.reset();
-	if (!Impl->TemporaryFolder.empty())
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Impl->TemporaryFolder, Ignored);
-		Impl->TemporaryFolder.clear();
-	}
+	Impl->ReleaseServer();
 }
 
 std::string FZnLocalService::BaseUrl() const
