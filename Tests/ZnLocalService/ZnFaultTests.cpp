@@ -80,12 +80,20 @@ TEST(ZnServiceFault, ParsesEveryFormAndRefusesTheRest)
 	EXPECT_EQ(Fault.Kind, EZnFaultKind::Code);
 	EXPECT_EQ(Fault.Value, -2147483648LL);
 	EXPECT_EQ(Fault.ToString(), "code=-2147483648");
+	ASSERT_TRUE(FZnServiceFault::Parse("restatus=201", Fault, Error));
+	EXPECT_EQ(Fault.Kind, EZnFaultKind::Restatus);
+	EXPECT_EQ(Fault.Value, 201);
+	EXPECT_EQ(Fault.ToString(), "restatus=201");
+	ASSERT_TRUE(FZnServiceFault::Parse("reply=odd.json", Fault, Error));
+	EXPECT_EQ(Fault.Kind, EZnFaultKind::Reply);
+	EXPECT_EQ(Fault.Name, "odd.json");
+	EXPECT_EQ(Fault.ToString(), "reply=odd.json");
 	ASSERT_TRUE(FZnServiceFault::Parse("", Fault, Error));
 	EXPECT_EQ(Fault.Kind, EZnFaultKind::None);
 
 	Fault.Kind = EZnFaultKind::Stall;
 	for (const char* Bad : {"delay", "delay=", "delay=-1", "delay=600001", "delay=5ms", "status=99", "status=600",
-			 "code=2147483648", "drop=1", "stall=0", "explode", "Drop"})
+			 "code=2147483648", "drop=1", "stall=0", "explode", "Drop", "restatus=600", "restatus", "reply=", "reply"})
 	{
 		Error.clear();
 		EXPECT_FALSE(FZnServiceFault::Parse(Bad, Fault, Error)) << Bad;
@@ -260,4 +268,35 @@ TEST(ZnDefaultFault, ABadDefaultFaultStopsStart)
 	EXPECT_FALSE(Service.Start(Error));
 	EXPECT_NE(Error.find("\"delay=<value>\" needs milliseconds"), std::string::npos) << Error;
 	EXPECT_EQ(Service.BaseUrl(), "");
+}
+
+TEST_F(ZnFaults, RestatusKeepsTheAnswerUnderAnotherStatus)
+{
+	for (int Status : {201, 207, 404})
+	{
+		const std::string Query = TokenQueryNow("demo", "demo-secret");
+		const FCurlResult Result = CurlGet(Url("/_fault/restatus=" + std::to_string(Status) + Query));
+		EXPECT_EQ(Result.Status, Status);
+		const Json Envelope = ParseJson(Result.Body);
+		EXPECT_EQ(Envelope["code"], 0);
+		EXPECT_FALSE(Envelope["data"]["access_token"].get<std::string>().empty());
+	}
+	EXPECT_NE(Log().back().find("-> 404 code 0"), std::string::npos) << Log().back();
+}
+
+TEST_F(ZnFaults, ReplyAnswersWithAHostedFile)
+{
+	const std::string Odd = R"({"code": 200.7, "data": {"url": "u", "faceUrl": "f", "bodyUrl": "b"}})";
+	Service->HostFile("odd.json", std::vector<uint8_t>(Odd.begin(), Odd.end()));
+	const auto Answer = Client()->Post(
+		(std::string("/_fault/reply=odd.json") + FZnLocalService::SpeechPath).c_str(), "{}", "application/json");
+	ASSERT_TRUE(Answer);
+	EXPECT_EQ(Answer->status, 200);
+	EXPECT_EQ(Answer->body, Odd);
+	EXPECT_EQ(Answer->get_header_value("Content-Type"), "application/json");
+	// Injected, for a request whose URL the test does not build.
+	Service->InjectFault(FZnLocalService::SpeechPath, "reply=odd.json");
+	EXPECT_EQ(Client()->Post(FZnLocalService::SpeechPath, "{}", "application/json")->body, Odd);
+	ExpectRefusal(Client()->Post("/_fault/reply=gone.json/anything", "{}", "application/json"), 404,
+		int(EZnServiceCode::FileNotFound), "no hosted file \"gone.json\"");
 }

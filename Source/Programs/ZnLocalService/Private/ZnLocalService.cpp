@@ -215,12 +215,22 @@ struct FZnLocalService::FImpl
 		FZnServiceRequest ServiceRequest;
 		ServiceRequest.Method = Request.method;
 		ServiceRequest.Path = Path;
+		if (Fault.Kind == EZnFaultKind::Reply)
+		{
+			// The hosted file stands in for the answer; a name that is not hosted is refused as usual.
+			ServiceRequest.Method = "GET";
+			ServiceRequest.Path = FilesPath + Fault.Name;
+		}
 		ServiceRequest.Query = RawQueryOf(Request.target);
 		ServiceRequest.Headers.assign(Request.headers.begin(), Request.headers.end());
 		ServiceRequest.Body = Request.body;
 		FZnServiceAnswer Answer = Handler->Handle(ServiceRequest);
 
-		Response.status = Answer.Status;
+		if (Fault.Kind == EZnFaultKind::Reply && Answer.Status == 200)
+		{
+			Answer.ContentType = "application/json";
+		}
+		Response.status = Fault.Kind == EZnFaultKind::Restatus ? int(Fault.Value) : Answer.Status;
 		if (Fault.Kind == EZnFaultKind::Truncate)
 		{
 			// The full length is announced; half the body is sent, then the provider fails, which
@@ -241,7 +251,7 @@ struct FZnLocalService::FImpl
 		{
 			Response.set_content(std::move(Answer.Body), Answer.ContentType.c_str());
 		}
-		LogRequest(Request, Path, Answer.Status, Answer.Code, Answer.Message, Fault, Began);
+		LogRequest(Request, Path, Response.status, Answer.Code, Answer.Message, Fault, Began);
 	}
 
 	void DropConnection(const httplib::Request& Request, httplib::Response& Response)
