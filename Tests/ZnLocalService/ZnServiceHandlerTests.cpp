@@ -4,6 +4,7 @@
 
 #include "Sha1.h"
 #include "ZnMotionContentSource.h"
+#include "ZnTokenTable.h"
 
 #include <nlohmann/json.hpp>
 
@@ -182,4 +183,29 @@ TEST_F(ZnServiceHandlerSerial, ContentIsAskedOneRequestAtATime)
 		Files += Entry.is_regular_file() ? 1 : 0;
 	}
 	EXPECT_EQ(Files, 60u);
+}
+
+TEST(ZnTokenTable, KeepsABoundedNumberOfLiveTokens)
+{
+	FZnTokenTable Table;
+	const int64_t Now = 1000;
+	// The first token expires soonest; filling the table past its bound forgets it first.
+	const std::string First = Table.Issue("demo", Now + 10, Now);
+	std::vector<std::string> Later;
+	for (int Index = 0; Index < 65536; ++Index)
+	{
+		Later.push_back(Table.Issue("demo", Now + 100000 + Index, Now));
+	}
+	int64_t ExpiredFor = 0;
+	EXPECT_EQ(Table.Check(First, Now, ExpiredFor), EZnTokenCheck::Unknown);
+	EXPECT_EQ(Table.Check(Later.front(), Now, ExpiredFor), EZnTokenCheck::Valid);
+	EXPECT_EQ(Table.Check(Later.back(), Now, ExpiredFor), EZnTokenCheck::Valid);
+	// An expired token is told apart from an unknown one for an hour, then forgotten.
+	EXPECT_EQ(Table.Check(Later.front(), Now + 100000, ExpiredFor), EZnTokenCheck::Expired);
+	EXPECT_EQ(ExpiredFor, 0);
+	const std::string Fresh = Table.Issue("demo", Now + 100000 + 3600000 + 10, Now + 100000 + 3600000);
+	EXPECT_EQ(Table.Check(Later.front(), Now + 100000 + 3600000, ExpiredFor), EZnTokenCheck::Unknown);
+	EXPECT_EQ(Table.Check(Later[1], Now + 100000 + 3600000, ExpiredFor), EZnTokenCheck::Expired);
+	EXPECT_EQ(ExpiredFor, 3599999);
+	EXPECT_EQ(Table.Check(Fresh, Now + 100000 + 3600000, ExpiredFor), EZnTokenCheck::Valid);
 }
