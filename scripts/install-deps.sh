@@ -10,6 +10,7 @@ packages=(
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
 	chromium python3
+	libcpp-httplib-dev curl openssl libcurl4-openssl-dev
 )
 
 missing=()
