@@ -6,6 +6,7 @@
 #include <espeak-ng/speak_lib.h>
 
 #include <condition_variable>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -205,6 +206,11 @@ private:
 			// The language list starts with a priority byte.
 			Out.VoiceLanguage = Voice->languages != nullptr && Voice->languages[0] != 0 ? Voice->languages + 1 : "";
 		}
+		// The synthesiser draws its noise from the C library's rand(); starting every request from
+		// the same point keeps that part repeatable. Other state carries over from one utterance to
+		// the next inside the library (the same text can come out a few milliseconds longer or
+		// shorter), and it cannot be reset: a second espeak_Initialize after espeak_Terminate hangs.
+		std::srand(1);
 		GSpeechBeingSynthesized = &Out;
 		const espeak_ERROR Result = espeak_Synth(Job.Request.Text.c_str(), Job.Request.Text.size() + 1, 0,
 			POS_CHARACTER, 0, espeakCHARS_UTF8, nullptr, nullptr);
