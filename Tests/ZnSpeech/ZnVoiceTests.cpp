@@ -138,7 +138,7 @@ TEST(ZnVoiceTests, HanDetection)
 
 TEST(ZnVoiceTests, EmptyAndOverlongTextsAreRefused)
 {
-	for (const std::string Text : {std::string(), std::string(" \n\t ")})
+	for (const std::string& Text : {std::string(), std::string(" \n\t ")})
 	{
 		FZnGeneratedMedia Media;
 		Media.Voice = "untouched";
