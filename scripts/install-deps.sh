@@ -9,6 +9,7 @@ packages=(
 	libsimdjson-dev nlohmann-json3-dev libcli11-dev
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
+	libcurl4-openssl-dev libcpp-httplib-dev openssl
 )
 
 missing=()
