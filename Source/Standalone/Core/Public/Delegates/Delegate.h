@@ -6,6 +6,7 @@
 // collected: IsBound() is then false and ExecuteIfBound() does nothing, so a late callback for a
 // destroyed object is dropped instead of calling into freed memory. BindRaw and BindLambda keep
 // no such watch; their caller guarantees the lifetime.
+// The bound function may unbind or rebind the delegate that is calling it.
 // Threads: a delegate is an ordinary value; bind, unbind and execute it from one thread at a time.
 #pragma once
 
@@ -135,7 +136,9 @@ public:
 	RetType Execute(ParamTypes... Params) const
 	{
 		check(IsBound());
-		return Callable(std::forward<ParamTypes>(Params)...);
+		// A copy runs, so that the call may unbind or rebind this delegate.
+		const std::function<RetType(ParamTypes...)> Running = Callable;
+		return Running(std::forward<ParamTypes>(Params)...);
 	}
 
 	/** Calls the bound function when there is one; true when it was called. */
@@ -146,7 +149,8 @@ public:
 		{
 			return false;
 		}
-		Callable(std::forward<ParamTypes>(Params)...);
+		const std::function<RetType(ParamTypes...)> Running = Callable;
+		Running(std::forward<ParamTypes>(Params)...);
 		return true;
 	}
 
