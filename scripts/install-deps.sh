@@ -9,7 +9,8 @@ packages=(
 	libsimdjson-dev nlohmann-json3-dev libcli11-dev
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
-	libcurl4-openssl-dev libcpp-httplib-dev openssl
+	libcpp-httplib-dev curl openssl
+	libcurl4-openssl-dev
 )
 
 missing=()
