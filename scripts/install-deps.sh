@@ -10,6 +10,8 @@ packages=(
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
 	libespeak-ng-dev espeak-ng-data
+	libcpp-httplib-dev curl openssl
+	libcurl4-openssl-dev
 )
 
 missing=()
