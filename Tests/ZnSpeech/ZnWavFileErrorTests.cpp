@@ -1,6 +1,7 @@
 // Audio that cannot be read is refused with a message, and nothing is produced.
 #include "ZnSpeechTestHelpers.h"
 
+#include "ZnWav.h"
 #include "ZnWavFile.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ namespace
 {
 std::vector<uint8> Canonical()
 {
-	return WriteWavPcm16({100, -100, 200, -200}, 8000);
+	return FZnWav::WritePcm16Mono({100, -100, 200, -200}, 8000);
 }
 
 std::string RefusalOf(const std::vector<uint8>& Bytes)
@@ -93,7 +94,7 @@ TEST(ZnWavFileErrorTests, MissingOrEmptyChunks)
 	CutFormat.resize(30);
 	EXPECT_EQ(RefusalOf(CutFormat), "the WAV format chunk is cut off");
 	// A data chunk with no whole sample.
-	std::vector<uint8> Empty = WriteWavPcm16({}, 8000);
+	std::vector<uint8> Empty = FZnWav::WritePcm16Mono({}, 8000);
 	EXPECT_EQ(RefusalOf(Empty), "the WAV file holds no audio");
 	Empty.push_back(0x01);
 	EXPECT_EQ(RefusalOf(Empty), "the WAV file holds no audio");
@@ -106,7 +107,7 @@ TEST(ZnWavFileErrorTests, MissingOrEmptyChunks)
 TEST(ZnWavFileErrorTests, EveryTruncationOfAFileIsHandled)
 {
 	// Every prefix of a valid file is either refused with a message or read as far as it goes.
-	const std::vector<uint8> Whole = WriteWavPcm16({1000, -1000, 2000, -2000, 3000}, 8000);
+	const std::vector<uint8> Whole = FZnWav::WritePcm16Mono({1000, -1000, 2000, -2000, 3000}, 8000);
 	for (size_t Length = 0; Length < Whole.size(); ++Length)
 	{
 		const std::vector<uint8> Prefix(Whole.begin(), Whole.begin() + static_cast<std::ptrdiff_t>(Length));

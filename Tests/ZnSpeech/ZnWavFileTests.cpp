@@ -1,6 +1,7 @@
 // Writing and reading WAV files, and animating given audio.
 #include "ZnSpeechTestHelpers.h"
 
+#include "ZnWav.h"
 #include "ZnWavFile.h"
 
 #include <gtest/gtest.h>
@@ -74,7 +75,7 @@ std::vector<int16> ToneSilenceTone()
 TEST(ZnWavFileTests, WrittenFileHasTheCanonicalHeaderAndSamples)
 {
 	const std::vector<int16> Samples = {0, 1, -1, 32767, -32768, 1234};
-	const std::vector<uint8> Bytes = WriteWavPcm16(Samples, 22050);
+	const std::vector<uint8> Bytes = FZnWav::WritePcm16Mono(Samples, 22050);
 	ASSERT_EQ(Bytes.size(), 44u + 12u);
 	const FTestAudio Audio = ReadCanonicalWav(Bytes);
 	EXPECT_EQ(Audio.SampleRate, 22050);
@@ -90,7 +91,7 @@ TEST(ZnWavFileTests, ReadsBackWhatItWrites)
 	const std::vector<int16> Samples = {0, 16384, -16384, 32767, -32768};
 	FZnPcmAudio Audio;
 	std::string Error;
-	ASSERT_TRUE(ReadWav(WriteWavPcm16(Samples, 8000), Audio, Error)) << Error;
+	ASSERT_TRUE(ReadWav(FZnWav::WritePcm16Mono(Samples, 8000), Audio, Error)) << Error;
 	EXPECT_EQ(Audio.SampleRate, 8000);
 	ASSERT_EQ(Audio.Samples.size(), 5u);
 	EXPECT_FLOAT_EQ(Audio.Samples[1], 0.5f);
@@ -140,7 +141,7 @@ TEST(ZnWavFileTests, DataLongerThanTheFileIsReadAsFarAsItGoes)
 
 TEST(ZnWavFileTests, AnimateFollowsTheLoudnessOfGivenAudio)
 {
-	const std::vector<uint8> Wav = WriteWavPcm16(ToneSilenceTone(), 16000);
+	const std::vector<uint8> Wav = FZnWav::WritePcm16Mono(ToneSilenceTone(), 16000);
 	FZnSpeechRequest Request;
 	FZnGeneratedMedia Media;
 	std::string Error;
@@ -172,7 +173,7 @@ TEST(ZnWavFileTests, AnimateFollowsTheLoudnessOfGivenAudio)
 
 TEST(ZnWavFileTests, AnimateOfSilenceKeepsTheMouthClosed)
 {
-	const std::vector<uint8> Wav = WriteWavPcm16(std::vector<int16>(16000, 3), 16000);
+	const std::vector<uint8> Wav = FZnWav::WritePcm16Mono(std::vector<int16>(16000, 3), 16000);
 	FZnGeneratedMedia Media;
 	std::string Error;
 	ASSERT_TRUE(MakeSpeechContentSource()->Animate(Wav, FZnSpeechRequest(), Media, Error)) << Error;

@@ -217,6 +217,13 @@ bool WriteFile(const std::filesystem::path& Path, const void* Data, size_t Size)
 
 struct FZnDemoRun
 {
+	FZnDemoRun(const FZnDemoOptions& InOptions, ZnCommandContext& InCtx, bool bLive)
+		: Options(InOptions)
+		, Ctx(InCtx)
+		, Progress(InCtx.Out, bLive)
+	{
+	}
+
 	const FZnDemoOptions& Options;
 	ZnCommandContext& Ctx;
 	FZnDemoProgress Progress;
@@ -539,7 +546,7 @@ ZnCommandRegistrar Registrar("demo", "Say a sentence and bring back its audio, f
 				Options->Seed = *Seed;
 			}
 			const bool bLive = &Ctx.Out == &std::cout && isatty(STDOUT_FILENO);
-			FZnDemoRun Run{*Options, Ctx, FZnDemoProgress(Ctx.Out, bLive)};
+			FZnDemoRun Run(*Options, Ctx, bLive);
 			return Run.Run();
 		};
 	});

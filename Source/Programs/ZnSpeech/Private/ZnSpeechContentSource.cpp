@@ -4,6 +4,7 @@
 #include "ZnSpeechBody.h"
 #include "ZnSpeechFace.h"
 #include "ZnSpeechSynthesizer.h"
+#include "ZnWav.h"
 #include "ZnWavFile.h"
 
 namespace
@@ -48,7 +49,7 @@ public:
 		}
 		FZnGeneratedMedia Media;
 		AnimateAudio(ToFloatAudio(Speech.Samples, Speech.SampleRate), &Speech.Phonemes, &Speech.Words, Request, Media);
-		Media.Wav = WriteWavPcm16(Speech.Samples, Speech.SampleRate);
+		Media.Wav = FZnWav::WritePcm16Mono(Speech.Samples, Speech.SampleRate);
 		Media.Voice = Speech.VoiceIdentifier;
 		Out = std::move(Media);
 		return true;

@@ -4,14 +4,6 @@
 
 namespace
 {
-void AppendLittleEndian(std::vector<uint8>& Out, uint32 Value, int32 ByteCount)
-{
-	for (int32 Byte = 0; Byte < ByteCount; ++Byte)
-	{
-		Out.push_back(static_cast<uint8>(Value >> (8 * Byte)));
-	}
-}
-
 uint32 ReadLittleEndian(const uint8* Bytes, int32 ByteCount)
 {
 	uint32 Value = 0;
@@ -97,30 +89,6 @@ bool ReadFormat(const uint8* Chunk, uint32 Size, FZnWavFormat& Format, std::stri
 	return true;
 }
 } // namespace
-
-std::vector<uint8> WriteWavPcm16(const std::vector<int16>& Samples, int32 SampleRate)
-{
-	const uint32 DataBytes = static_cast<uint32>(Samples.size() * 2);
-	std::vector<uint8> Out;
-	Out.reserve(44 + DataBytes);
-	Out.insert(Out.end(), {'R', 'I', 'F', 'F'});
-	AppendLittleEndian(Out, 36 + DataBytes, 4);
-	Out.insert(Out.end(), {'W', 'A', 'V', 'E', 'f', 'm', 't', ' '});
-	AppendLittleEndian(Out, 16, 4);
-	AppendLittleEndian(Out, FormatPcm, 2);
-	AppendLittleEndian(Out, 1, 2);
-	AppendLittleEndian(Out, static_cast<uint32>(SampleRate), 4);
-	AppendLittleEndian(Out, static_cast<uint32>(SampleRate) * 2, 4);
-	AppendLittleEndian(Out, 2, 2);
-	AppendLittleEndian(Out, 16, 2);
-	Out.insert(Out.end(), {'d', 'a', 't', 'a'});
-	AppendLittleEndian(Out, DataBytes, 4);
-	for (const int16 Sample : Samples)
-	{
-		AppendLittleEndian(Out, static_cast<uint16>(Sample), 2);
-	}
-	return Out;
-}
 
 bool ReadWav(const std::vector<uint8>& Bytes, FZnPcmAudio& Out, std::string& Error)
 {

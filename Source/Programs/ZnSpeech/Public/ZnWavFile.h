@@ -1,4 +1,6 @@
-// Reading and writing WAV files (RIFF/WAVE). Pure; any thread.
+// Reading WAV files (RIFF/WAVE) down to their samples, for animating given audio. Writing is the
+// local service's FZnWav::WritePcm16Mono (ZnWav.h), which also reads a file's format and length
+// but not its samples. Pure; any thread.
 #pragma once
 
 #include "HAL/Platform.h"
@@ -14,9 +16,6 @@ struct FZnPcmAudio
 
 	double DurationSeconds() const { return SampleRate > 0 ? static_cast<double>(Samples.size()) / SampleRate : 0.0; }
 };
-
-// A complete WAV file: 16-bit PCM, one channel, at SampleRate.
-std::vector<uint8> WriteWavPcm16(const std::vector<int16>& Samples, int32 SampleRate);
 
 // Decodes a WAV file of integer PCM (8, 16, 24 or 32 bits) or 32-bit float, any number of
 // channels (mixed down to one by averaging), plain or WAVE_FORMAT_EXTENSIBLE. Chunks it does not
