@@ -33,13 +33,6 @@ double Correlation(const std::vector<double>& A, const std::vector<double>& B)
 	return Cov / std::sqrt(VarA * VarB);
 }
 
-FZnSynthesizedSpeech Synthesize(const FZnSpeechRequest& Request)
-{
-	FZnSynthesizedSpeech Speech;
-	std::string Error;
-	EXPECT_TRUE(FZnSpeechSynthesizer::Shared()->Synthesize(Request, Speech, Error)) << Error;
-	return Speech;
-}
 } // namespace
 
 TEST(ZnLipSyncTests, JawOpeningFollowsTheLoudnessOverAParagraph)

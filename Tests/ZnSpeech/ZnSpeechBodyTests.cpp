@@ -127,9 +127,7 @@ TEST(ZnSpeechBodyTests, SpeechGivesGesturesAtWordStarts)
 {
 	FZnSpeechRequest Request;
 	Request.Text = "First, we open the door. Then, we walk inside, and finally, we close it again.";
-	FZnSynthesizedSpeech Speech;
-	std::string Error;
-	ASSERT_TRUE(FZnSpeechSynthesizer::Shared()->Synthesize(Request, Speech, Error)) << Error;
+	const FZnSynthesizedSpeech Speech = Synthesize(Request);
 	const FZnPcmAudio Audio = ToFloatAudio(Speech.Samples, Speech.SampleRate);
 	const int32 Frames = FrameCountForAudio(Audio.Samples.size(), Audio.SampleRate);
 	const std::vector<FZnWordAccent> Accents =

@@ -53,9 +53,7 @@ TEST(ZnSpeechSynthesizerTests, EventsAreInTimeOrderInsideTheAudio)
 {
 	FZnSpeechRequest Request;
 	Request.Text = "Events come in order, from start to end.";
-	FZnSynthesizedSpeech Speech;
-	std::string Error;
-	ASSERT_TRUE(FZnSpeechSynthesizer::Shared()->Synthesize(Request, Speech, Error)) << Error;
+	const FZnSynthesizedSpeech Speech = Synthesize(Request);
 	EXPECT_EQ(Speech.SampleRate, 22050);
 	ASSERT_EQ(Speech.Words.size(), 8u);
 	EXPECT_EQ(Speech.Words[0].FirstCharacter, 0);

@@ -7,6 +7,7 @@
 #include "ZnDM_BpFuncLib.h"
 #include "ZnFaceData.h"
 #include "ZnSpeechContentSource.h"
+#include "ZnSpeechSynthesizer.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,15 @@ inline FZnGeneratedMedia Speak(const std::string& Text, uint64 Seed = 1)
 	Request.Text = Text;
 	Request.Seed = Seed;
 	return Speak(Request);
+}
+
+// The synthesiser's own output (audio and events) for Request.
+inline FZnSynthesizedSpeech Synthesize(const FZnSpeechRequest& Request)
+{
+	FZnSynthesizedSpeech Speech;
+	std::string Error;
+	EXPECT_TRUE(FZnSpeechSynthesizer::Shared()->Synthesize(Request, Speech, Error)) << Error;
+	return Speech;
 }
 
 inline FZnFaceData DecodeFace(const std::string& Json)

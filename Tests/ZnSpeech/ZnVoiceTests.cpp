@@ -11,13 +11,6 @@ using namespace ZnSpeechTest;
 
 namespace
 {
-FZnSynthesizedSpeech Synthesize(const FZnSpeechRequest& Request)
-{
-	FZnSynthesizedSpeech Speech;
-	std::string Error;
-	EXPECT_TRUE(FZnSpeechSynthesizer::Shared()->Synthesize(Request, Speech, Error)) << Error;
-	return Speech;
-}
 
 FZnSpeechRequest RequestFor(const std::string& Text)
 {
