@@ -11,6 +11,7 @@ packages=(
 	libssl-dev libdw-dev
 	chromium python3
 	libcpp-httplib-dev curl openssl libcurl4-openssl-dev
+	libespeak-ng-dev espeak-ng-data
 )
 
 missing=()

@@ -82,6 +82,27 @@ bool ZnServiceResponses::ParseMotionResponse(const FString& jsonStr, const FStri
 
 bool ZnServiceResponses::ParseTtsResponse(const FString& jsonStr, FString& audioUrl, FString& bodyUrl, FString& faceUrl)
 {
+	FString Audio;
+	FString Face;
+	FString Body;
+	bool bHasData = false;
+	if (!ReadTtsResponse(jsonStr, bHasData, Audio, Face, Body))
+	{
+		return false;
+	}
+	if (bHasData)
+	{
+		audioUrl = MoveTemp(Audio);
+		faceUrl = MoveTemp(Face);
+		bodyUrl = MoveTemp(Body);
+	}
+	return true;
+}
+
+bool ZnServiceResponses::ReadTtsResponse(
+	const FString& jsonStr, bool& bOutHasData, FString& OutAudioUrl, FString& OutFaceUrl, FString& OutBodyUrl)
+{
+	bOutHasData = false;
 	FZnJsonReader Reader;
 	FZnJsonObject Root;
 	if (!Reader.ParseObject(jsonStr, Root))
@@ -97,12 +118,10 @@ bool ZnServiceResponses::ParseTtsResponse(const FString& jsonStr, FString& audio
 	FZnJsonObject Data;
 	if (Root.TryGetObjectField("data", Data))
 	{
-		FString Audio = Data.GetStringField("url");
-		FString Face = Data.GetStringField("faceUrl");
-		FString Body = Data.GetStringField("bodyUrl");
-		audioUrl = MoveTemp(Audio);
-		faceUrl = MoveTemp(Face);
-		bodyUrl = MoveTemp(Body);
+		bOutHasData = true;
+		OutAudioUrl = Data.GetStringField("url");
+		OutFaceUrl = Data.GetStringField("faceUrl");
+		OutBodyUrl = Data.GetStringField("bodyUrl");
 	}
 	return true;
 }

@@ -26,6 +26,11 @@ public:
 	// uses 0; the difference is the services'). The three URLs are then set from the flat members
 	// "url", "faceUrl" and "bodyUrl" of "data" when "data" is an object, and left alone otherwise.
 	static bool ParseTtsResponse(const FString& jsonStr, FString& audioUrl, FString& bodyUrl, FString& faceUrl);
+	// The same reading for callers that must know whether "data" was there: true on a "code" of
+	// 200 as above; bOutHasData tells whether "data" is an object, and only then are the three
+	// URLs (in the speech delegate's order) set.
+	static bool ReadTtsResponse(
+		const FString& jsonStr, bool& bOutHasData, FString& OutAudioUrl, FString& OutFaceUrl, FString& OutBodyUrl);
 
 	// The top-level "oss_url" when "code" is 0; "" for any other text.
 	static FString ParseFormResponse(const FString& jsonStr);

@@ -547,7 +547,11 @@ FZnGenFaceClip FZnMotionGenerator::GenerateFace(const FZnGenFaceOptions& Options
 
 FZnGenControlRigClip FZnMotionGenerator::GenerateControlRig(const FZnGenFaceOptions& Options, int32 CurveCount)
 {
-	const FZnGenFaceClip Face = GenerateFace(Options);
+	return FaceToControlRig(GenerateFace(Options), CurveCount);
+}
+
+FZnGenControlRigClip FZnMotionGenerator::FaceToControlRig(const FZnGenFaceClip& Face, int32 CurveCount)
+{
 	FZnGenControlRigClip Clip;
 	const int32 Curves = std::clamp<int32>(CurveCount, 0, FaceChannelCount);
 	for (int32 Curve = 0; Curve < Curves; ++Curve)

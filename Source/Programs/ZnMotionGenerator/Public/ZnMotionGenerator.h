@@ -94,6 +94,9 @@ public:
 	static FZnGenFaceClip GenerateFace(const FZnGenFaceOptions& Options);
 	// Control-rig curves driven by the same face motion, with CurveCount curves (at most 51).
 	static FZnGenControlRigClip GenerateControlRig(const FZnGenFaceOptions& Options, int32 CurveCount = 51);
+	// The control-rig curves ("ctrl_" + channel) of a face clip: weights as 0..1 amounts, the two
+	// eye-in curves signed (out minus in); CurveCount curves (at most 51) of the face's first channels.
+	static FZnGenControlRigClip FaceToControlRig(const FZnGenFaceClip& Face, int32 CurveCount = 51);
 
 	// {"totalTime":..,"curves":[{"name","path","rotas":[{"x","y","z","w"}..]}..],"Hips":{"name","path","pos":[..]}}
 	static std::string BodyToJson(const FZnGenBodyClip& Clip);

@@ -1,5 +1,7 @@
 #include "Engine/StandaloneEngineLoop.h"
 
+#include "Containers/Ticker.h"
+
 FStandaloneEngineLoop::FStandaloneEngineLoop()
 {
 	if (!GEngine)
@@ -75,6 +77,9 @@ float FStandaloneEngineLoop::RunFrames(int32 NumFrames, float FramesPerSecond)
 		const double NextClockSeconds = ClockSeconds + NominalFrameSeconds(FramesPerSecond, Engine->GetMaxFPS());
 		DeltaSeconds = static_cast<float>(NextClockSeconds - ClockSeconds);
 		ClockSeconds = NextClockSeconds;
+		// Core tickers first, as the engine does: completions of HTTP requests and other
+		// queued work reach the game thread before the actors tick.
+		FTSTicker::GetCoreTicker().Tick(DeltaSeconds);
 		World->Tick(DeltaSeconds);
 	}
 	return DeltaSeconds;

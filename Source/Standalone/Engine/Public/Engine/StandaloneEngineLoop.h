@@ -43,6 +43,7 @@ public:
 	float GetFrameDeltaSeconds(float FramesPerSecond) const;
 
 	// Runs NumFrames frames at the requested rate (see above) and returns the last frame's delta.
+	// Each frame ticks the core ticker (FTSTicker::GetCoreTicker()), then the world.
 	// Runs nothing and returns 0 for NumFrames <= 0 or a rate that is not a positive number.
 	// The cap is read again before every frame, so an actor that sets it takes effect next frame.
 	float RunFrames(int32 NumFrames, float FramesPerSecond);

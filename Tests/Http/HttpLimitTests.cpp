@@ -1,0 +1,99 @@
+// The response-size limit: an oversized answer fails cleanly, and the transport never holds more
+// than the limit for one request while it arrives.
+#include "ZnHttpTestServers.h"
+
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+namespace
+{
+constexpr int64 Limit = 1024 * 1024;
+
+void SizedRoutes(httplib::Server& Server)
+{
+	// Streamed in chunks without a length, so the client learns the size only by receiving it.
+	Server.Get("/chunked",
+		[](const httplib::Request& Request, httplib::Response& Response)
+		{
+			const size_t Total = std::stoul(Request.get_param_value("bytes"));
+			Response.set_chunked_content_provider("application/octet-stream",
+				[Total](size_t Offset, httplib::DataSink& Sink)
+				{
+					if (Offset >= Total)
+					{
+						Sink.done();
+						return true;
+					}
+					const std::string Piece(
+						std::min<size_t>(64 * 1024, Total - Offset), char('a' + (Offset / 65536) % 26));
+					return Sink.write(Piece.data(), Piece.size());
+				});
+		});
+	Server.Get("/sized",
+		[](const httplib::Request& Request, httplib::Response& Response) {
+			Response.set_content(
+				std::string(std::stoul(Request.get_param_value("bytes")), 'z'), "application/octet-stream");
+		});
+}
+
+struct FLimitTest : ::testing::Test
+{
+	FZnScopedTransportSettings Restore;
+	void SetUp() override
+	{
+		FHttpTransportSettings Settings = Restore.Saved;
+		Settings.MaxResponseBytes = Limit;
+		FHttpModule::Get().SetTransportSettings(Settings);
+		FHttpModule::Get().GetHttpManager().ResetPeakStats();
+	}
+
+	FZnRecordedCompletion Fetch(const std::string& Url)
+	{
+		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
+		Request->SetURL(UTF8_TO_TCHAR(Url.c_str()));
+		FZnRecordedCompletion Recorded;
+		Recorded.Bind(*Request);
+		EXPECT_TRUE(Request->ProcessRequest());
+		EXPECT_TRUE(ZnTickUntil([&Recorded]() { return Recorded.Calls > 0; }));
+		Request->OnProcessRequestComplete().Unbind();
+		return Recorded;
+	}
+};
+} // namespace
+
+TEST_F(FLimitTest, StreamedBodyOverTheLimitFailsHoldingNoMoreThanTheLimit)
+{
+	FZnTestHttpServer Server(SizedRoutes);
+	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/chunked?bytes=") + std::to_string(8 * Limit));
+	EXPECT_EQ(Recorded.Calls, 1);
+	EXPECT_FALSE(Recorded.bConnected);
+	EXPECT_EQ(Recorded.Code, 200);
+	EXPECT_EQ(Recorded.Body, "");
+	const FHttpTransportStats Stats = FHttpModule::Get().GetHttpManager().GetTransportStats();
+	EXPECT_GT(Stats.PeakRequestBufferBytes, 0);
+	EXPECT_LE(Stats.PeakRequestBufferBytes, Limit);
+	EXPECT_EQ(Stats.BufferedBytes, 0) << "the failed body was released";
+}
+
+TEST_F(FLimitTest, AnnouncedLengthOverTheLimitFailsBeforeAnyByteIsKept)
+{
+	FZnTestHttpServer Server(SizedRoutes);
+	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/sized?bytes=") + std::to_string(Limit + 1));
+	EXPECT_FALSE(Recorded.bConnected);
+	EXPECT_EQ(Recorded.Body, "");
+	EXPECT_EQ(FHttpModule::Get().GetHttpManager().GetTransportStats().PeakRequestBufferBytes, 0);
+}
+
+TEST_F(FLimitTest, BodyOfExactlyTheLimitIsDelivered)
+{
+	FZnTestHttpServer Server(SizedRoutes);
+	const FZnRecordedCompletion Streamed = Fetch(Server.Url("/chunked?bytes=") + std::to_string(Limit));
+	EXPECT_TRUE(Streamed.bConnected);
+	ASSERT_EQ(Streamed.Body.size(), size_t(Limit));
+	EXPECT_EQ(Streamed.Body[0], 'a');
+	EXPECT_EQ(Streamed.Body[size_t(Limit) - 1], char('a' + 15));
+	const FZnRecordedCompletion Sized = Fetch(Server.Url("/sized?bytes=") + std::to_string(Limit));
+	EXPECT_TRUE(Sized.bConnected);
+	EXPECT_EQ(Sized.Body, std::string(size_t(Limit), 'z'));
+	EXPECT_LE(FHttpModule::Get().GetHttpManager().GetTransportStats().PeakRequestBufferBytes, Limit);
+}
