@@ -203,4 +203,13 @@ TEST_F(ZnCommandLineTests, NumericOptionsRefuseWordsAndEmptyValuesWithOneMessage
 			<< Time.Err;
 	}
 	EXPECT_FALSE(std::filesystem::exists(Out));
+	// Plain decimals in every written form are numbers.
+	for (const char* Seconds : {"0.5", ".5", "+1", "5e-1", "1E0"})
+	{
+		const FRun Run = RunZn({"generate", "-o", Out, "--seconds", Seconds});
+		EXPECT_EQ(Run.Status, 0) << Seconds << ": " << Run.Err;
+	}
+	const FRun Time = RunZn({"sample", "--body", Out, "-t", "-.25", "--json"});
+	EXPECT_EQ(Time.Status, 0) << Time.Err;
+	EXPECT_EQ(Time.OutJson()[0]["time"], -0.25);
 }

@@ -54,7 +54,8 @@ inline CLI::Validator ZnNumberOption(const std::string& Must, double Min, double
 		{
 			const std::string Refusal = "must be " + Must + ", not '" + Text + "'";
 			const size_t Digits = (!Text.empty() && (Text[0] == '-' || Text[0] == '+')) ? 1 : 0;
-			if (Text.size() == Digits || !std::isdigit(static_cast<unsigned char>(Text[Digits])) ||
+			const size_t FirstDigit = Digits + (Text.size() > Digits && Text[Digits] == '.' ? 1 : 0);
+			if (Text.size() <= FirstDigit || !std::isdigit(static_cast<unsigned char>(Text[FirstDigit])) ||
 				Text.find_first_of("xXpP") != std::string::npos)
 			{
 				return Refusal;
