@@ -4,12 +4,12 @@
 #include "Misc/MessageDialog.h"
 
 ZnDllLoader::ZnDllLoader(TArray<FString> paths, bool showDialog)
-	: mDllHandles(MakeShared<FLoadedLibraries, ESPMode::ThreadSafe>())
+	: mLibraries(MakeShared<FLoadedLibraries, ESPMode::ThreadSafe>())
 {
 	for (const FString& path : paths)
 	{
 		void* handle = path.IsEmpty() ? nullptr : FPlatformProcess::GetDllHandle(*path);
-		mDllHandles->Handles.Add(handle);
+		mLibraries->Handles.Add(handle);
 		if (showDialog)
 		{
 			const FText title = FText::FromString(TEXT("ThirdPartyLibrary"));

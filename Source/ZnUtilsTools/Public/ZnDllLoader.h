@@ -26,7 +26,7 @@ public:
 
 	// One handle per requested path, in order; null where the load failed. Valid while this
 	// loader lives.
-	const TArray<void*>& GetHandles() const { return mDllHandles->Handles; }
+	const TArray<void*>& GetHandles() const { return mLibraries->Handles; }
 
 private:
 	// The handles of one construction; releases every one of them when the last loader sharing
@@ -40,5 +40,5 @@ private:
 		~FLoadedLibraries();
 	};
 
-	TSharedRef<FLoadedLibraries, ESPMode::ThreadSafe> mDllHandles;
+	TSharedRef<FLoadedLibraries, ESPMode::ThreadSafe> mLibraries;
 };
