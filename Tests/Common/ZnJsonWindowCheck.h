@@ -343,8 +343,9 @@ inline FString Wide(const std::string& Utf8)
 }
 
 // Whole parse and windowed reading agree on the verdict and, when accepted, on every value.
-// Returns an empty string when they do, else what differs.
-inline std::string CompareWithWholeParse(const FString& Text, size_t WindowBytes)
+// Returns an empty string when they do, else what differs. bOutReadContainer, when given, is set
+// when both read an array or an object.
+inline std::string CompareWithWholeParse(const FString& Text, size_t WindowBytes, bool* bOutReadContainer = nullptr)
 {
 	FZnJsonReader Whole;
 	const bool bWhole = Whole.Parse(Text);
@@ -369,6 +370,10 @@ inline std::string CompareWithWholeParse(const FString& Text, size_t WindowBytes
 	if (bWhole && Windowed.Text != Canonical(Whole.GetRoot()))
 	{
 		return "different values: " + Windowed.Text + " against " + Canonical(Whole.GetRoot());
+	}
+	if (bOutReadContainer)
+	{
+		*bOutReadContainer = bWhole;
 	}
 	return std::string();
 }

@@ -5,7 +5,13 @@
 // Each target feeds the bytes to the decoders and then checks what must hold for any input: no
 // crash, no sanitizer report, and records whose per-item arrays agree with their name arrays.
 // A broken invariant traps, which both libFuzzer and the test harness report as a failure.
+//
+// Each target returns how much it decoded (keys, values or numbers; 0 when every path refused
+// the text). libFuzzer ignores it; the seed test uses it to prove each seed reaches the decoders.
+// The input layouts are in ZnFuzzInput.h.
 #pragma once
+
+#include "ZnFuzzInput.h"
 
 #include "ZnDM_BpFuncLib.h"
 #include "ZnBodyData.h"
@@ -30,7 +36,7 @@ inline void Require(bool bCondition)
 	}
 }
 
-// The first byte picks how the rest becomes an engine string: as UTF-8 text (the way texts arrive
+// The mode byte picks how the rest becomes an engine string: as UTF-8 text (the way texts arrive
 // from the network) or as raw UTF-16 code units (reaching lone surrogates and NULs directly).
 inline FString ToText(const uint8_t* Data, size_t Size)
 {
@@ -38,7 +44,7 @@ inline FString ToText(const uint8_t* Data, size_t Size)
 	{
 		return FString();
 	}
-	const bool bRawUtf16 = (Data[0] & 1) != 0;
+	const bool bRawUtf16 = ZnFuzzInput::IsRawUtf16(Data[0]);
 	++Data;
 	--Size;
 	if (bRawUtf16)
@@ -55,7 +61,8 @@ inline FString ToText(const uint8_t* Data, size_t Size)
 	return FString(Converted.Length(), Converted.Get());
 }
 
-inline void CheckBody(const FZnBodyData& Body)
+/** Keys of every bone curve and of the root position. */
+inline int32 CheckBody(const FZnBodyData& Body)
 {
 	// Item i of every per-bone array belongs to name i.
 	Require(Body.BoneNames.Num() == Body.BoneFrames.Num());
@@ -70,12 +77,25 @@ inline void CheckBody(const FZnBodyData& Body)
 			Curve.Evaluate(-1.0f, 0.1f);
 		}
 	}
+	int32 Keys = Body.RootPositionCurve.GetNumKeys();
+	for (const FZnQuatCurve& Curve : Body.BoneCurves)
+	{
+		Keys += Curve.Keys.Num();
+	}
+	return Keys;
 }
 
-inline void CheckFace(const FZnFaceData& Face)
+/** Keys of every face curve. */
+inline int32 CheckFace(const FZnFaceData& Face)
 {
 	Require(Face.CurveFrames.Num() == Face.Curves.Num());
 	Require(Face.CurveNames.Num() == 0 || Face.CurveNames.Num() == Face.Curves.Num());
+	int32 Keys = 0;
+	for (const FFloatCurve& Curve : Face.Curves)
+	{
+		Keys += Curve.FloatCurve.GetNumKeys();
+	}
+	return Keys;
 }
 
 inline TArray<FString> BodyBoneList()
@@ -89,12 +109,12 @@ inline TArray<FString> BodyBoneList()
 }
 
 // Version 1 body text, both entry points.
-inline void BodyJson(const uint8_t* Data, size_t Size)
+inline int32 BodyJson(const uint8_t* Data, size_t Size)
 {
 	const FString Text = ToText(Data, Size);
 	FZnBodyData Body;
 	UZnDM_BpFuncLib::ParseJsonToBodydata(Text, Body);
-	CheckBody(Body);
+	const int32 Keys = CheckBody(Body);
 	for (int32 Bone = 0; Bone < Body.BoneNames.Num(); ++Bone)
 	{
 		// Frames and keys come from the same rotations, in rising time order.
@@ -103,35 +123,36 @@ inline void BodyJson(const uint8_t* Data, size_t Size)
 	FZnBodyData Recommended;
 	float TotalTime = -1.0f;
 	UZnDM_BpFuncLib::ParseJsonToBodydataRecommend(Text, Recommended, TotalTime);
-	CheckBody(Recommended);
+	const int32 RecommendedKeys = CheckBody(Recommended);
 	Require(Recommended.BoneNames.Num() == Body.BoneNames.Num());
+	return Keys + RecommendedKeys;
 }
 
 // Version 2 body frames: the whole input as one response array and as one streamed frame.
-inline void BodyJsonV2(const uint8_t* Data, size_t Size)
+inline int32 BodyJsonV2(const uint8_t* Data, size_t Size)
 {
 	const FString Text = ToText(Data, Size);
 	FZnBodyData Body;
 	float TotalTime = 0.0f;
 	UZnDM_BpFuncLib::ParseJsonToBodydataV2Response(Text, BodyBoneList(), Body, TotalTime);
-	CheckBody(Body);
+	const int32 Keys = CheckBody(Body);
 
 	UZnDM_BpFuncLib::BeginParseJsonToBodydataV2();
 	UZnDM_BpFuncLib::ParseJsonToBodydataV2(Text, BodyBoneList());
 	UZnDM_BpFuncLib::ParseJsonToBodydataV2(Text, BodyBoneList());
 	FZnBodyData Streamed;
 	UZnDM_BpFuncLib::EndParseJsonToBodydataV2(Streamed, TotalTime);
-	CheckBody(Streamed);
+	return Keys + CheckBody(Streamed);
 }
 
 // Version 1 face text, both entry points.
-inline void FaceJson(const uint8_t* Data, size_t Size)
+inline int32 FaceJson(const uint8_t* Data, size_t Size)
 {
 	const FString Text = ToText(Data, Size);
 	FZnFaceData Face;
 	Face.totalTime = -7.0f;
 	UZnDM_BpFuncLib::ParseJsonToFacedata(Text, Face);
-	CheckFace(Face);
+	const int32 Keys = CheckFace(Face);
 	// The plain reading over the tree reader gets the same verdict and, on a text it reads, the
 	// same weights, keys and length.
 	FZnFaceData Model;
@@ -154,31 +175,33 @@ inline void FaceJson(const uint8_t* Data, size_t Size)
 	FZnFaceData Recommended;
 	float TotalTime = -1.0f;
 	UZnDM_BpFuncLib::ParseJsonToFacedataRecommend(Text, Recommended, TotalTime);
-	CheckFace(Recommended);
+	return Keys + CheckFace(Recommended);
 }
 
 // Version 2 face frames (response and stream) and control-rig curves.
-inline void FaceJsonV2(const uint8_t* Data, size_t Size)
+inline int32 FaceJsonV2(const uint8_t* Data, size_t Size)
 {
 	const FString Text = ToText(Data, Size);
 	FZnFaceData Face;
 	float TotalTime = 0.0f;
 	UZnDM_BpFuncLib::ParseJsonToFacedataV2Response(Text, Face, TotalTime);
-	CheckFace(Face);
+	int32 Keys = CheckFace(Face);
 
 	UZnDM_BpFuncLib::BeginParseJsonToFacedataV2();
 	UZnDM_BpFuncLib::ParseJsonToFacedataV2(Text);
 	FZnFaceData Streamed;
 	UZnDM_BpFuncLib::EndParseJsonToFacedataV2(Streamed, TotalTime);
-	CheckFace(Streamed);
+	Keys += CheckFace(Streamed);
 
 	FZnFaceData Rig;
 	UZnDM_BpFuncLib::ParseJsonToFaceControlRigData(Text, Rig);
-	CheckFace(Rig);
+	return Keys + CheckFace(Rig);
 }
-// Walks every value the reader produced through the accessors scripts' parsers use.
-inline void WalkJson(const FZnJsonValue& Value, int32 Depth)
+// Walks every value the reader produced through the accessors scripts' parsers use; returns how
+// many values it visited.
+inline int32 WalkJson(const FZnJsonValue& Value, int32 Depth)
 {
+	int32 Visited = 1;
 	Require(Depth < 100000);
 	switch (Value.GetType())
 	{
@@ -188,7 +211,7 @@ inline void WalkJson(const FZnJsonValue& Value, int32 Depth)
 			int32 Count = 0;
 			for (const FZnJsonValue Element : Array)
 			{
-				WalkJson(Element, Depth + 1);
+				Visited += WalkJson(Element, Depth + 1);
 				++Count;
 			}
 			Require(Count == Array.Num());
@@ -212,7 +235,7 @@ inline void WalkJson(const FZnJsonValue& Value, int32 Depth)
 				Object.TryGetNumberField(Field.Key, Unsigned);
 				int32 Signed = 0;
 				Object.TryGetNumberField(Field.Key, Signed);
-				WalkJson(Field.Value, Depth + 1);
+				Visited += WalkJson(Field.Value, Depth + 1);
 			}
 			break;
 		}
@@ -236,10 +259,13 @@ inline void WalkJson(const FZnJsonValue& Value, int32 Depth)
 			Require(!Value.IsNumber() && !Value.IsArray() && !Value.IsObject());
 			break;
 	}
+	return Visited;
 }
 
 // The JSON reader on its own: both entry points, then a walk over everything it parsed.
-inline void JsonReader(const uint8_t* Data, size_t Size)
+// The UTF-8 entry reads the bytes after the mode byte whatever the mode; the engine-string entry
+// reads them as the mode says. Returns the values visited through the engine-string entry.
+inline int32 JsonReader(const uint8_t* Data, size_t Size)
 {
 	FZnJsonReader Reader;
 	if (Size > 0 && Reader.ParseUtf8(reinterpret_cast<const char*>(Data + 1), static_cast<int64>(Size - 1)))
@@ -248,32 +274,36 @@ inline void JsonReader(const uint8_t* Data, size_t Size)
 		WalkJson(Reader.GetRoot(), 0);
 	}
 	const FString Text = ToText(Data, Size);
+	int32 Visited = 0;
 	if (Reader.Parse(Text))
 	{
-		WalkJson(Reader.GetRoot(), 0);
+		Visited = WalkJson(Reader.GetRoot(), 0);
 	}
 	FZnJsonObject Object;
 	Reader.ParseObject(Text, Object);
 	FZnJsonArray Array;
 	Reader.ParseArray(Text, Array);
+	return Visited;
 }
 // Windows change nothing: the first byte picks a window size (0: the size the reader picks
 // itself), and the text read through windows of that size must get a whole parse's verdict and,
-// when accepted, its values.
-inline void JsonWindowReader(const uint8_t* Data, size_t Size)
+// when accepted, its values. Returns 1 when the windows read a container, 0 otherwise.
+inline int32 JsonWindowReader(const uint8_t* Data, size_t Size)
 {
 	if (Size == 0)
 	{
-		return;
+		return 0;
 	}
 	const size_t WindowBytes = Data[0];
 	const FString Text = ToText(Data + 1, Size - 1);
-	Require(ZnJsonWindowCheck::CompareWithWholeParse(Text, WindowBytes).empty());
+	bool bReadContainer = false;
+	Require(ZnJsonWindowCheck::CompareWithWholeParse(Text, WindowBytes, &bReadContainer).empty());
+	return bReadContainer ? 1 : 0;
 }
 
 // Whatever a tight number array read accepts, a full parse of the array it read accepts too and
-// reads to the same bits.
-inline void TightNumbers(const uint8_t* Data, size_t Size)
+// reads to the same bits. Returns how many numbers the tight read took.
+inline int32 TightNumbers(const uint8_t* Data, size_t Size)
 {
 	std::unique_ptr<char[]> Text(new char[Size + simdjson::SIMDJSON_PADDING]());
 	std::memcpy(Text.get(), Data, Size);
@@ -282,7 +312,7 @@ inline void TightNumbers(const uint8_t* Data, size_t Size)
 	const char* End = ZnJson::ReadTightNumbers(Text.get(), Numbers, ZnJson::MaxPlainNumbers, Count);
 	if (End == nullptr)
 	{
-		return;
+		return 0;
 	}
 	Require(End > Text.get() && End <= Text.get() + Size && Count >= 0 && Count <= ZnJson::MaxPlainNumbers);
 	simdjson::dom::parser Parser;
@@ -299,6 +329,7 @@ inline void TightNumbers(const uint8_t* Data, size_t Size)
 			std::memcmp(&Expected, &Numbers[Index], sizeof(double)) == 0 || (Expected == 0.0 && Numbers[Index] == 0.0));
 		++Index;
 	}
+	return Count;
 }
 
 } // namespace ZnFuzz

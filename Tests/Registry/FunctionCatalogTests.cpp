@@ -1,7 +1,13 @@
-// Every script function in the registry is compared with its row of the catalogue below: name,
-// parameter names in order, types, kinds, declared defaults, category, flags, metadata and return
-// type. A catalogued function that is not registered yet is reported as skipped; a registered
-// function that is not catalogued fails.
+// Every row of the catalogue below must name a registered script function, and that function is
+// compared with its row: name, parameter names in order, types, kinds, declared defaults,
+// category, flags, metadata and return type. A catalogued function that is missing fails the test
+// (each missing one is named), and so does a registered function that is not catalogued. The
+// completion delegates and the request objects' OnCompleted properties are checked in
+// RegistryTests.cpp.
+//
+// That a lost function fails was checked by hand: with the UFUNCTION line above SetUnfocusVolume
+// removed from ZnDM_BpFuncLib.h, EveryCatalogueRowIsARegisteredFunction fails with
+// "UZnDM_BpFuncLib::SetUnfocusVolume is catalogued but not registered".
 #include "RegistryTestHelpers.h"
 #include "ZnActor_FPS.h"
 #include "ZnDM_BpFuncLib.h"
@@ -319,11 +325,10 @@ TEST(FunctionCatalogTests, CatalogueHasEveryScriptFunctionOnce)
 	EXPECT_EQ(Rows.size(), 68u);
 }
 
-TEST(FunctionCatalogTests, EveryRegisteredFunctionMatchesItsRow)
+TEST(FunctionCatalogTests, EveryCatalogueRowIsARegisteredFunction)
 {
 	const std::vector<FRow> Rows = ParseCatalogue();
 	int32 Checked = 0;
-	std::vector<std::string> Missing;
 	for (const FRow& Row : Rows)
 	{
 		UClass* Class = ClassByCppName(Row.Class);
@@ -331,23 +336,13 @@ TEST(FunctionCatalogTests, EveryRegisteredFunctionMatchesItsRow)
 		UFunction* Function = Class->FindFunctionByName(FName(Wide(Row.Name)), false);
 		if (!Function)
 		{
-			Missing.push_back(Row.Class + "::" + Row.Name);
+			ADD_FAILURE() << Row.Class << "::" << Row.Name << " is catalogued but not registered";
 			continue;
 		}
 		CheckFunction(Row, Function);
 		++Checked;
 	}
-	if (!Missing.empty())
-	{
-		std::string List;
-		for (const std::string& M : Missing)
-		{
-			List += " " + M;
-		}
-		std::cout << "[ SKIPPED  ] " << Missing.size() << " catalogued functions are not registered yet:" << List
-				  << "\n";
-	}
-	EXPECT_GT(Checked, 0);
+	EXPECT_EQ(Checked, int32(Rows.size()));
 }
 
 TEST(FunctionCatalogTests, NoFunctionIsRegisteredThatTheCatalogueDoesNotList)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -120,21 +121,47 @@ TEST_F(ZnDllLoaderTest, LibraryIsReleasedWithTheLoader)
 	EXPECT_EQ(dlopen(LibraryPath().c_str(), RTLD_NOLOAD | RTLD_LAZY), nullptr);
 }
 
-TEST_F(ZnDllLoaderTest, CopiesShareTheHandles)
+TEST_F(ZnDllLoaderTest, ACopyOutlivingTheOriginalKeepsTheLibraryLoaded)
 {
 	TArray<FString> Paths;
 	Paths.Add(FString(LibraryPath().c_str()));
-	ZnDllLoader Original(Paths, false);
-	// Two owners release twice, so take one more reference for the copy.
-	void* Extra = FPlatformProcess::GetDllHandle(*FString(LibraryPath().c_str()));
-	ASSERT_EQ(Extra, Original.GetHandles()[0]);
-	ZnDllLoader Copy(Original);
-	ASSERT_EQ(Copy.GetHandles().Num(), 1);
-	EXPECT_EQ(Copy.GetHandles()[0], Original.GetHandles()[0]);
+	std::optional<ZnDllLoader> Original;
+	Original.emplace(Paths, false);
+	void* const Handle = Original->GetHandles()[0];
+	ASSERT_NE(Handle, nullptr);
+	{
+		ZnDllLoader Copy(*Original);
+		ASSERT_EQ(Copy.GetHandles().Num(), 1);
+		EXPECT_EQ(Copy.GetHandles()[0], Handle);
+		Original.reset();
+		// The library was loaded once: were the original's destruction to release it, the
+		// copy's handle would now point at an unmapped library.
+		EXPECT_NE(dlopen(LibraryPath().c_str(), RTLD_NOLOAD | RTLD_LAZY), nullptr);
+		dlclose(Handle);
+		EXPECT_EQ(CallAnswer(Copy.GetHandles()[0]), 42);
+	}
+	// The last sharer released it, once.
+	EXPECT_EQ(dlopen(LibraryPath().c_str(), RTLD_NOLOAD | RTLD_LAZY), nullptr);
+}
 
-	ZnDllLoader Assigned(TArray<FString>(), false);
+TEST_F(ZnDllLoaderTest, AssignedLoaderSharesTheHandlesAndReleasesItsOwn)
+{
+	TArray<FString> Paths;
+	Paths.Add(FString(LibraryPath().c_str()));
+	ZnDllLoader Assigned(Paths, false);
+	void* const Handle = Assigned.GetHandles()[0];
+	ASSERT_NE(Handle, nullptr);
+	{
+		ZnDllLoader Other(Paths, false);
+		// Assigning over drops the loader's own share: one of the two loads is released here.
+		Assigned = Other;
+		EXPECT_EQ(Assigned.GetHandles()[0], Handle);
+	}
+	// The other loader is gone; its load is still held by the loader it was assigned to.
+	EXPECT_EQ(CallAnswer(Assigned.GetHandles()[0]), 42);
 	Assigned = ZnDllLoader(TArray<FString>(), false);
 	EXPECT_EQ(Assigned.GetHandles().Num(), 0);
+	EXPECT_EQ(dlopen(LibraryPath().c_str(), RTLD_NOLOAD | RTLD_LAZY), nullptr);
 }
 
 TEST_F(ZnDllLoaderTest, PathsAreUsedExactlyAsGiven)

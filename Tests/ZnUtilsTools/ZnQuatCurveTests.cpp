@@ -165,6 +165,27 @@ TEST(ZnQuatCurveTests, DeeperSearchLevelsUseTheFixedTolerance)
 	EXPECT_TRUE(SameQuat(FZnQuatCurve::halfSearch(3.6f, Curve.Keys, 0, 4, 0.5f), Curve.Keys[4].Value));
 }
 
+TEST(ZnQuatCurveTests, SearchOverAOneKeyRangeHoldsThatKey)
+{
+	const FZnQuatCurve Curve = CurveAt({0.0f, 1.0f, 2.0f});
+	// Before, on and after the key's time, with and without a tolerance: the key, every time.
+	for (const float Time : {-3.0f, 0.5f, 1.0f, 1.5f, 7.0f})
+	{
+		EXPECT_TRUE(SameQuat(FZnQuatCurve::halfSearch(Time, Curve.Keys, 1, 1, 0.0f), Curve.Keys[1].Value)) << Time;
+		EXPECT_TRUE(SameQuat(FZnQuatCurve::halfSearch(Time, Curve.Keys, 2, 2, 0.5f), Curve.Keys[2].Value)) << Time;
+	}
+	EXPECT_TRUE(SameQuat(FZnQuatCurve::halfSearch(NAN, Curve.Keys, 0, 0, 0.0f), Curve.Keys[0].Value));
+}
+
+TEST(ZnQuatCurveTests, SearchOverARangeOutsideTheKeysGivesIdentity)
+{
+	const FZnQuatCurve Curve = CurveAt({0.0f, 1.0f, 2.0f});
+	ExpectIdentity(FZnQuatCurve::halfSearch(1.0f, Curve.Keys, 2, 1, 0.0f));
+	ExpectIdentity(FZnQuatCurve::halfSearch(1.0f, Curve.Keys, -1, 1, 0.0f));
+	ExpectIdentity(FZnQuatCurve::halfSearch(1.0f, Curve.Keys, 0, 3, 0.0f));
+	ExpectIdentity(FZnQuatCurve::halfSearch(0.0f, TArray<FZnQuatCurveKey>(), 0, 0, 0.0f));
+}
+
 TEST(ZnQuatCurveTests, UpdateOrAddKeyNearAnExistingKeyReplacesTheValueAndKeepsTheTime)
 {
 	FZnQuatCurve Curve = CurveAt({0.0f, 1.0f, 2.0f});

@@ -54,11 +54,12 @@ TEST_F(ZnGenerateErrorTests, UnknownKindOrFormatIsRefused)
 
 TEST_F(ZnGenerateErrorTests, SecondsOutsideZeroToAnHourAreRefused)
 {
-	for (const char* Seconds : {"-1", "-0.001", "3600.5", "1e9", "nan", "inf"})
+	// Numbers out of range, words that are no number and the empty word: one message, status 2.
+	for (const char* Seconds : {"-1", "-0.001", "3600.5", "1e9", "nan", "inf", "ten", "", "0x10", "5s", " 5"})
 	{
-		ExpectRefused({"--seconds", Seconds}, "zn generate: --seconds must be between 0 and 3600\n", 2);
+		ExpectRefused({"--seconds", Seconds},
+			std::string("--seconds: must be a number of seconds from 0 to 3600, not '") + Seconds + "'", 2);
 	}
-	ExpectRefused({"--seconds", "ten"}, "--seconds");
 }
 
 TEST_F(ZnGenerateErrorTests, SeedsThatAreNotWholeDecimalNumbersAreRefused)
@@ -67,15 +68,19 @@ TEST_F(ZnGenerateErrorTests, SeedsThatAreNotWholeDecimalNumbersAreRefused)
 	for (const char* Seed :
 		{"-1", "18446744073709551616", "99999999999999999999999", "0x10", "1.5", "seven", "", "+3", " 4"})
 	{
-		ExpectRefused({"--seed", Seed}, "--seed");
+		ExpectRefused({"--seed", Seed},
+			std::string("--seed: must be a whole decimal number from 0 to 18446744073709551615, not '") + Seed + "'",
+			2);
 	}
 }
 
 TEST_F(ZnGenerateErrorTests, RigCurvesOutsideOneToFiftyOneAreRefused)
 {
-	ExpectRefused({"--kind", "rig", "--rig-curves", "0"}, "--rig-curves");
-	ExpectRefused({"--kind", "rig", "--rig-curves", "52"}, "--rig-curves");
-	ExpectRefused({"--kind", "rig", "--rig-curves", "many"}, "--rig-curves");
+	for (const char* Curves : {"0", "52", "many", "", "1.5", "-3", "1e1"})
+	{
+		ExpectRefused({"--kind", "rig", "--rig-curves", Curves},
+			std::string("--rig-curves: must be a whole number from 1 to 51, not '") + Curves + "'", 2);
+	}
 }
 
 TEST_F(ZnGenerateErrorTests, UnknownOptionsAreRefused)

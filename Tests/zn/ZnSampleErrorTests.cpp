@@ -235,6 +235,6 @@ TEST_F(ZnSampleErrorTests, TimesMustBeFiniteNumbers)
 	for (const char* Time : {"soon", "", "1.5s", "nan", "inf", "-inf", "1e39"})
 	{
 		ExpectRefused({"--body", Body, "-t", "0", "-t", Time},
-			std::string("--time: must be a finite number of seconds, not '") + Time + "'");
+			std::string("--time: must be a finite number of seconds, not '") + Time + "'", 2);
 	}
 }

@@ -1,5 +1,6 @@
 // zn call FUNCTION [name=value ...]: calls a script function of UZnDM_BpFuncLib through the
-// registry and prints {"return": ..., <out and in/out parameters>} as JSON.
+// registry and prints {"return": ..., <out and in/out parameters>} as JSON. Exits with
+// ZnExit::Failed when the function returned false, ZnExit::Usage when it could not be called.
 #include "ZnCommand.h"
 #include "ZnHost.h"
 
@@ -22,7 +23,6 @@ static ZnCommandRegistrar Registrar("call", "Call a script function by name: zn 
 		Cmd.add_option("args", Options->Args,
 			"name=value: text as written, @path for a file's text, numbers, true/false, enumeration value names, "
 			"arrays as JSON");
-		Cmd.positionals_at_end();
 		return [Options, &Ctx]()
 		{
 			ZnHost::Json Out;
@@ -30,9 +30,9 @@ static ZnCommandRegistrar Registrar("call", "Call a script function by name: zn 
 			if (!ZnHost::CallFunction(Options->Function, Options->Args, Out, Error))
 			{
 				Ctx.Err << "zn call: " << Error << "\n";
-				return 2;
+				return ZnExit::Usage;
 			}
 			Ctx.Out << Out.dump(Options->bCompact ? -1 : 2) << "\n";
-			return 0;
+			return ZnHost::CallStatus(Out);
 		};
 	});

@@ -91,6 +91,6 @@ static ZnCommandRegistrar Registrar("functions", "List the script functions by c
 					}
 				}
 			}
-			return 0;
+			return ZnExit::Success;
 		};
 	});

@@ -77,7 +77,7 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 	if (Error)
 	{
 		ZnPrint(Ctx.Err, "zn generate: cannot create %s: %s\n", Folder.string().c_str(), Error.message().c_str());
-		return 1;
+		return ZnExit::Failed;
 	}
 	for (int32 Frame = 0; Frame < Frames; ++Frame)
 	{
@@ -85,7 +85,7 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 		std::snprintf(Name, sizeof(Name), "frame_%05d.json", Frame + 1);
 		if (!WriteFile(Folder / Name, FrameToJson(Clip, Frame), Ctx))
 		{
-			return 1;
+			return ZnExit::Failed;
 		}
 	}
 	// Frames of an earlier, longer clip in the same folder would be read as part of this one;
@@ -104,16 +104,11 @@ int WriteFrames(const FZnGenerateOptions& Options, ZnCommandContext& Ctx, const 
 		std::filesystem::remove(Path, Ignored);
 	}
 	ZnPrint(Ctx.Out, "wrote %d frame files to %s\n", Frames, Folder.string().c_str());
-	return 0;
+	return ZnExit::Success;
 }
 
 int RunGenerate(const FZnGenerateOptions& Options, ZnCommandContext& Ctx)
 {
-	if (!(Options.Seconds >= 0.0) || Options.Seconds > 3600.0)
-	{
-		ZnPrint(Ctx.Err, "zn generate: --seconds must be between 0 and 3600\n");
-		return 2;
-	}
 	const int32 Frames = static_cast<int32>(std::lround(Options.Seconds * 30.0));
 	const std::vector<int32> Order =
 		Options.bShuffle ? FZnMotionGenerator::ShuffledFrameOrder(Frames, Options.Seed) : std::vector<int32>();
@@ -146,11 +141,11 @@ int RunGenerate(const FZnGenerateOptions& Options, ZnCommandContext& Ctx)
 	}
 	if (!WriteFile(Options.Output, Text, Ctx))
 	{
-		return 1;
+		return ZnExit::Failed;
 	}
 	ZnPrint(Ctx.Out, "wrote %s: %s %s, %d frames, %zu bytes\n", Options.Output.c_str(), Options.Kind.c_str(),
 		Options.Kind == "rig" ? "curves" : Options.Format.c_str(), Frames, Text.size());
-	return 0;
+	return ZnExit::Success;
 }
 } // namespace
 
@@ -171,7 +166,9 @@ static ZnCommandRegistrar GenerateRegistrar("generate",
 				"file per frame in the OUTPUT folder); ignored for rig")
 			->transform(CLI::IsMember({"v1", "v2", "v2-frames"}))
 			->capture_default_str();
-		Command.add_option("--seconds", Options->Seconds, "Length in seconds (30 frames each)")->capture_default_str();
+		Command.add_option("--seconds", Options->Seconds, "Length in seconds (30 frames each)")
+			->transform(ZnNumberOption("a number of seconds from 0 to 3600", 0.0, 3600.0))
+			->capture_default_str();
 		// Plain decimal only: the number parser would otherwise read "-1" and anything past 2^64-1
 		// as 2^64-1, and "010" as octal, so a different seed would quietly give another seed's clip.
 		Command.add_option("--seed", Options->Seed, "Seed; the same seed gives the same clip")
@@ -199,7 +196,7 @@ static ZnCommandRegistrar GenerateRegistrar("generate",
 		Command.add_flag(
 			"--shuffle", Options->bShuffle, "v2: write the frames out of order (each keeps its own frameIndex)");
 		Command.add_option("--rig-curves", Options->RigCurves, "Rig: number of curves (1 to 51)")
-			->transform(CLI::Range(1, 51))
+			->transform(ZnNumberOption("a whole number from 1 to 51", 1.0, 51.0, true))
 			->capture_default_str();
 		return [Options, &Ctx]() { return RunGenerate(*Options, Ctx); };
 	});

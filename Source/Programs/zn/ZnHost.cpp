@@ -1,5 +1,7 @@
 #include "ZnHost.h"
 
+#include "ZnExit.h"
+
 #include "Containers/StringConv.h"
 #include "UObject/Package.h"
 #include "ZnBodyData.h"
@@ -11,6 +13,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <sstream>
@@ -558,20 +561,6 @@ std::string TypeLabel(const FProperty* Property)
 	return CppType(Property);
 }
 
-bool ReadFile(const std::string& Path, std::string& Out, std::string& Error)
-{
-	std::ifstream In(Path, std::ios::binary);
-	if (!In)
-	{
-		Error = "cannot read the file '" + Path + "'";
-		return false;
-	}
-	std::ostringstream S;
-	S << In.rdbuf();
-	Out = S.str();
-	return true;
-}
-
 bool ParseInteger(const std::string& Text, int64& Out)
 {
 	if (Text.empty())
@@ -800,16 +789,17 @@ bool TextToValue(
 		else if (bString)
 		{
 			std::string Contents;
-			if (!ReadFile(Text.substr(1), Contents, Error))
+			if (!ReadInputFile(Text.substr(1), Contents, Error))
 			{
 				return false;
 			}
+			DropByteOrderMark(Contents);
 			Text = Contents;
 		}
 		else if (Array && CastField<FByteProperty>(Array->Inner))
 		{
 			std::string Contents;
-			if (!ReadFile(Text.substr(1), Contents, Error))
+			if (!ReadInputFile(Text.substr(1), Contents, Error))
 			{
 				return false;
 			}
@@ -910,6 +900,51 @@ bool TextToValue(
 	}
 	Error = "cannot be given on the command line (" + TypeLabel(Property) + ")";
 	return false;
+}
+
+bool ReadInputFile(const std::string& Path, std::string& Out, std::string& Error)
+{
+	std::error_code Code;
+	const std::filesystem::file_status Status = std::filesystem::status(Path, Code);
+	if (Path.empty() || !std::filesystem::exists(Status))
+	{
+		Error = "cannot read the file '" + Path + "': there is no such file";
+		return false;
+	}
+	if (std::filesystem::is_directory(Status))
+	{
+		Error = "cannot read the file '" + Path + "': it is a folder";
+		return false;
+	}
+	std::ifstream In(Path, std::ios::binary);
+	std::ostringstream S;
+	if (In)
+	{
+		S << In.rdbuf();
+	}
+	// Copying an empty file fails the output stream S, which is no error; a file stream that
+	// could not open or broke while reading is.
+	if (!In || In.bad())
+	{
+		Error = "cannot read the file '" + Path + "'";
+		return false;
+	}
+	Out = S.str();
+	return true;
+}
+
+void DropByteOrderMark(std::string& Text)
+{
+	if (Text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+	{
+		Text.erase(0, 3);
+	}
+}
+
+int CallStatus(const Json& Out)
+{
+	const auto Return = Out.find("return");
+	return Return != Out.end() && Return->is_boolean() && !Return->get<bool>() ? ZnExit::Failed : ZnExit::Success;
 }
 
 bool SplitCommandLine(const std::string& Line, std::vector<std::string>& OutWords, std::string& Error)

@@ -39,13 +39,26 @@ Json DescribeFunction(const UFunction* Function);
 Json ValueToJson(const FProperty* Property, const void* Value);
 
 /**
- * Sets Value from command-line text: text as written ("@path" reads a file, "@@" stands for a
- * leading "@"), numbers, true/false, enumerations by value name, arrays and records as JSON.
+ * Sets Value from command-line text: text as written ("@path" reads a file's text without a
+ * leading UTF-8 byte-order mark, "@@" stands for a leading "@"), numbers, true/false,
+ * enumerations by value name, arrays and records as JSON; "@path" gives a byte array the file's
+ * bytes as they are.
  * bDeclaredDefault: the text is a declared default (no "@" handling).
  */
 bool TextToValue(
 	const FProperty* Property, const std::string& Text, void* Value, std::string& Error, bool bDeclaredDefault = false);
 bool JsonToValue(const FProperty* Property, const Json& In, void* Value, std::string& Error);
+
+/**
+ * Reads a whole input file. Fails with a message naming the path when it does not exist, is a
+ * folder or cannot be read; an empty file is an empty text, never an error.
+ */
+bool ReadInputFile(const std::string& Path, std::string& Out, std::string& Error);
+/** Removes a UTF-8 byte-order mark from the start of Text, if there is one. */
+void DropByteOrderMark(std::string& Text);
+
+/** The exit status of a call that ran (ZnExit): Failed when the function returned false. */
+int CallStatus(const Json& Out);
 
 /** Splits a line the way a shell would for plain words, quotes ('...', "...") and backslashes. */
 bool SplitCommandLine(const std::string& Line, std::vector<std::string>& OutWords, std::string& Error);

@@ -11,6 +11,6 @@ static ZnCommandRegistrar Registrar("reflect",
 		return [Compact, &Ctx]()
 		{
 			Ctx.Out << ZnHost::Reflect().dump(*Compact ? -1 : 2) << "\n";
-			return 0;
+			return ZnExit::Success;
 		};
 	});

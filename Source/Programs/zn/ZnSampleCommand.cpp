@@ -3,6 +3,7 @@
 // Evaluate, the root position, and every face curve's value, so a person can
 // see what a character does at any moment of a clip.
 #include "ZnCommand.h"
+#include "ZnHost.h"
 
 #include "ZnClipFiles.h"
 #include "ZnDM_BpFuncLib.h"
@@ -75,13 +76,15 @@ bool SameBoneName(const std::string& A, const std::string& B)
 			});
 }
 
-bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandContext& Ctx)
+// ZnExit::Usage when the file cannot be read, ZnExit::Failed when it decodes to nothing usable.
+int DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandContext& Ctx)
 {
 	std::string Text;
-	if (!FZnClipFiles::ReadText(Options.BodyFile, Text))
+	std::string Error;
+	if (!ZnHost::ReadInputFile(Options.BodyFile, Text, Error))
 	{
-		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.BodyFile.c_str());
-		return false;
+		ZnPrint(Ctx.Err, "zn sample: %s\n", Error.c_str());
+		return ZnExit::Usage;
 	}
 	Out.Format = Options.BodyFormat == "auto" ? FZnClipFiles::DetectFormat(Text, true) : Options.BodyFormat;
 	const FString Json = ToFString(Text);
@@ -130,7 +133,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	{
 		ZnPrint(
 			Ctx.Err, "zn sample: no bones decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
-		return false;
+		return ZnExit::Failed;
 	}
 	const bool bAnyBoneKey = std::any_of(Out.Data.BoneCurves.begin(), Out.Data.BoneCurves.end(),
 		[](const FZnQuatCurve& Curve) { return Curve.Keys.Num() > 0; });
@@ -138,7 +141,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 	{
 		ZnPrint(
 			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.BodyFile.c_str(), Out.Format.c_str());
-		return false;
+		return ZnExit::Failed;
 	}
 	const int32 BoneCount = std::min(Out.Data.BoneNames.Num(), Out.Data.BoneCurves.Num());
 	for (const std::string& Wanted : Options.Bones)
@@ -151,7 +154,7 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 		if (Found == INDEX_NONE)
 		{
 			ZnPrint(Ctx.Err, "zn sample: no bone %s in %s\n", Wanted.c_str(), Options.BodyFile.c_str());
-			return false;
+			return ZnExit::Failed;
 		}
 		if (std::find(Out.Printed.begin(), Out.Printed.end(), Found) == Out.Printed.end())
 		{
@@ -165,16 +168,18 @@ bool DecodeBody(const FZnSampleOptions& Options, FZnSampledBody& Out, ZnCommandC
 			Out.Printed.push_back(Bone);
 		}
 	}
-	return true;
+	return ZnExit::Success;
 }
 
-bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandContext& Ctx)
+// ZnExit::Usage when the file cannot be read, ZnExit::Failed when it decodes to nothing usable.
+int DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandContext& Ctx)
 {
 	std::string Text;
-	if (!FZnClipFiles::ReadText(Options.FaceFile, Text))
+	std::string Error;
+	if (!ZnHost::ReadInputFile(Options.FaceFile, Text, Error))
 	{
-		ZnPrint(Ctx.Err, "zn sample: cannot read %s\n", Options.FaceFile.c_str());
-		return false;
+		ZnPrint(Ctx.Err, "zn sample: %s\n", Error.c_str());
+		return ZnExit::Usage;
 	}
 	Out.Format = Options.FaceFormat == "auto" ? FZnClipFiles::DetectFormat(Text, false) : Options.FaceFormat;
 	const FString Json = ToFString(Text);
@@ -197,7 +202,7 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	{
 		ZnPrint(Ctx.Err, "zn sample: no curves decoded from %s (format %s)\n", Options.FaceFile.c_str(),
 			Out.Format.c_str());
-		return false;
+		return ZnExit::Failed;
 	}
 	// The frame decoders give their 51 or 52 curves even when not one frame fitted (a body file,
 	// or a face file read in the other shape); sampling those would show a neutral face.
@@ -207,9 +212,9 @@ bool DecodeFace(const FZnSampleOptions& Options, FZnSampledFace& Out, ZnCommandC
 	{
 		ZnPrint(
 			Ctx.Err, "zn sample: no keys decoded from %s (format %s)\n", Options.FaceFile.c_str(), Out.Format.c_str());
-		return false;
+		return ZnExit::Failed;
 	}
-	return true;
+	return ZnExit::Success;
 }
 
 // Ordered, so bones and curves keep the decoders' order as in the text form.
@@ -273,29 +278,29 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 	if (Options.BodyFile.empty() && Options.FaceFile.empty())
 	{
 		ZnPrint(Ctx.Err, "zn sample: give --body FILE, --face FILE or both\n");
-		return 2;
+		return ZnExit::Usage;
 	}
 	if (!Options.Bones.empty() && Options.BodyFile.empty())
 	{
 		ZnPrint(Ctx.Err, "zn sample: --bones needs --body FILE\n");
-		return 2;
+		return ZnExit::Usage;
 	}
 	std::unique_ptr<FZnSampledBody> Body;
 	std::unique_ptr<FZnSampledFace> Face;
 	if (!Options.BodyFile.empty())
 	{
 		Body = std::make_unique<FZnSampledBody>();
-		if (!DecodeBody(Options, *Body, Ctx))
+		if (const int Status = DecodeBody(Options, *Body, Ctx); Status != ZnExit::Success)
 		{
-			return 1;
+			return Status;
 		}
 	}
 	if (!Options.FaceFile.empty())
 	{
 		Face = std::make_unique<FZnSampledFace>();
-		if (!DecodeFace(Options, *Face, Ctx))
+		if (const int Status = DecodeFace(Options, *Face, Ctx); Status != ZnExit::Success)
 		{
-			return 1;
+			return Status;
 		}
 	}
 	if (Options.bJson)
@@ -306,7 +311,7 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 			Samples.push_back(SampleAsJson(Body.get(), Face.get(), static_cast<float>(Time)));
 		}
 		Ctx.Out << Samples.dump(1, '\t') << "\n";
-		return 0;
+		return ZnExit::Success;
 	}
 	if (Body)
 	{
@@ -322,7 +327,7 @@ int RunSample(const FZnSampleOptions& Options, ZnCommandContext& Ctx)
 	{
 		PrintSample(Body.get(), Face.get(), static_cast<float>(Time), Ctx);
 	}
-	return 0;
+	return ZnExit::Success;
 }
 } // namespace
 
@@ -352,19 +357,8 @@ static ZnCommandRegistrar SampleRegistrar("sample",
 		// for a float) are no time of a clip, and the option parser would read an empty word as 0.
 		Command.add_option("-t,--time", Options->Times, "Time in seconds; repeat for several")
 			->required()
-			->transform(CLI::Validator(
-				[](std::string& Text)
-				{
-					char* End = nullptr;
-					const double Time = Text.empty() ? 0.0 : std::strtod(Text.c_str(), &End);
-					if (Text.empty() || End != Text.c_str() + Text.size() || !std::isfinite(Time) ||
-						std::fabs(Time) > std::numeric_limits<float>::max())
-					{
-						return "must be a finite number of seconds, not '" + Text + "'";
-					}
-					return std::string();
-				},
-				"SECONDS"));
+			->transform(ZnNumberOption(
+				"a finite number of seconds", -std::numeric_limits<float>::max(), std::numeric_limits<float>::max()));
 		Command
 			.add_option("--bones", Options->Bones,
 				"Only these bones (comma-separated, any letter case; default: every bone of the file)")

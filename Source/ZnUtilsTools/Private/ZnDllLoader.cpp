@@ -4,11 +4,12 @@
 #include "Misc/MessageDialog.h"
 
 ZnDllLoader::ZnDllLoader(TArray<FString> paths, bool showDialog)
+	: mLibraries(MakeShared<FLoadedLibraries, ESPMode::ThreadSafe>())
 {
 	for (const FString& path : paths)
 	{
 		void* handle = path.IsEmpty() ? nullptr : FPlatformProcess::GetDllHandle(*path);
-		mDllHandles.Add(handle);
+		mLibraries->Handles.Add(handle);
 		if (showDialog)
 		{
 			const FText title = FText::FromString(TEXT("ThirdPartyLibrary"));
@@ -19,23 +20,12 @@ ZnDllLoader::ZnDllLoader(TArray<FString> paths, bool showDialog)
 	}
 }
 
-ZnDllLoader::ZnDllLoader(const ZnDllLoader& other)
-	: mDllHandles(other.mDllHandles)
+ZnDllLoader::FLoadedLibraries::~FLoadedLibraries()
 {
-}
-
-ZnDllLoader& ZnDllLoader::operator=(const ZnDllLoader& other)
-{
-	mDllHandles = other.mDllHandles;
-	return *this;
-}
-
-ZnDllLoader::~ZnDllLoader()
-{
-	for (void* handle : mDllHandles)
+	for (void* handle : Handles)
 	{
 		// Null entries are skipped by the release call itself.
 		FPlatformProcess::FreeDllHandle(handle);
 	}
-	mDllHandles.Empty();
+	Handles.Empty();
 }

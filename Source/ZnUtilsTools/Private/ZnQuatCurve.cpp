@@ -107,6 +107,17 @@ FQuat FZnQuatCurve::Evaluate(float InTime, float SingleKeyTolerance) const
 
 FQuat FZnQuatCurve::halfSearch(float InTime, const TArray<FZnQuatCurveKey>& Keys, int32 Lo, int32 Hi, float Tolerance)
 {
+	// Evaluate always passes a range of two keys or more; a direct caller may not. A range that
+	// is not inside the keys has nothing to return but the rest pose, and a one-key range can
+	// only hold that key (halving it would never end).
+	if (Lo < 0 || Hi >= Keys.Num() || Hi < Lo)
+	{
+		return FQuat(0.0, 0.0, 0.0, 1.0);
+	}
+	if (Lo == Hi)
+	{
+		return Keys[Lo].Value;
+	}
 	const FZnQuatCurveKey& LoKey = Keys[Lo];
 	const FZnQuatCurveKey& HiKey = Keys[Hi];
 	if (std::fabs(InTime - LoKey.Time) <= Tolerance)

@@ -61,7 +61,9 @@ struct ZNUTILSTOOLS_API FZnQuatCurve
 
 	// The halving search over Keys[Lo..Hi] used by Evaluate (Lo < Hi, InTime within their times).
 	// The tolerance decides when InTime counts as exactly on Keys[Lo] or Keys[Hi]; deeper levels
-	// of the search always use 0.0001 s whatever was passed here.
+	// of the search always use 0.0001 s whatever was passed here. An empty range (Lo == Hi)
+	// returns Keys[Lo].Value whatever the time; a range not inside Keys (Lo < 0, Hi >= Keys.Num()
+	// or Hi < Lo) returns the identity rotation.
 	static FQuat halfSearch(float InTime, const TArray<FZnQuatCurveKey>& Keys, int32 Lo, int32 Hi, float Tolerance);
 
 	TArray<FZnQuatCurveKey> Keys;
