@@ -110,14 +110,14 @@ TEST_F(ZnExportErrorTest, ControlRigCurvesAreNotBlendShapeWeights)
 
 TEST_F(ZnExportErrorTest, MissingInputAndUnwritableOutputAreReported)
 {
-	ExpectFailure({"export", "bvh", PathOf("absent.json"), "-o", PathOf("out.bvh")}, 1, "cannot read");
+	ExpectFailure({"export", "bvh", PathOf("absent.json"), "-o", PathOf("out.bvh")}, 2, "cannot read");
 	ExpectFailure({"export", "bvh", SomeBody(), "-o", PathOf("no/such/folder/out.bvh")}, 1, "cannot write");
 	ExpectFailure({"export", "csv", SomeFace(), "-o", PathOf("no/such/folder/out.csv")}, 1, "cannot write");
 	// The output is a folder.
 	std::filesystem::create_directories(PathOf("taken"));
 	ExpectFailure({"export", "bvh", SomeBody(), "-o", PathOf("taken")}, 1, "cannot write");
 	ExpectFailure(
-		{"preview", "--body", SomeBody(), "--audio", PathOf("absent.wav"), "-o", PathOf("page")}, 1, "cannot read");
+		{"preview", "--body", SomeBody(), "--audio", PathOf("absent.wav"), "-o", PathOf("page")}, 2, "cannot read");
 	const std::string NotAudio = Write("speech.wav", "plain text, not sound");
 	ExpectFailure({"preview", "--body", SomeBody(), "--audio", NotAudio, "-o", PathOf("page")}, 1,
 		"the audio is not WAV, MP3, Ogg, FLAC or MP4 audio");

@@ -118,7 +118,7 @@ TEST_F(ZnDemoTests, TheSameSeedGivesTheSameClipsAndAnotherSeedOthers)
 TEST_F(ZnDemoTests, WrongSecretFailsWithTheServicesMessage)
 {
 	const FRun Run = RunZn({"demo", "Hi.", "-o", Folder.string(), "--secret", "not-the-secret"});
-	EXPECT_NE(Run.Status, 0);
+	EXPECT_EQ(Run.Status, 1);
 	EXPECT_NE(Run.Err.find("zn demo: step \"GetAppToken\" failed: service code "), std::string::npos) << Run.Err;
 	EXPECT_NE(Run.Err.find("wrong secret for appid \"demo\""), std::string::npos) << Run.Err;
 	EXPECT_FALSE(std::filesystem::exists(PathOf("summary.json")));
@@ -128,7 +128,7 @@ TEST_F(ZnDemoTests, UnreachableEndpointNamesTheStep)
 {
 	// Port 1 on loopback: nothing listens there.
 	const FRun Run = RunZn({"demo", "Hi.", "-o", Folder.string(), "--endpoint", "http://127.0.0.1:1"});
-	EXPECT_NE(Run.Status, 0);
+	EXPECT_EQ(Run.Status, 1);
 	EXPECT_NE(Run.Err.find("zn demo: step \"GetAppToken\" failed"), std::string::npos) << Run.Err;
 }
 

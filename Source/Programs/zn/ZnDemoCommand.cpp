@@ -7,6 +7,7 @@
 // body.json (as downloaded) and summary.json into the output folder and prints a summary.
 // Exit status 0 on success; otherwise 1 with the failing step and the service's code and message.
 #include "ZnCommand.h"
+#include "ZnExit.h"
 
 #include "Engine/StandaloneEngineLoop.h"
 #include "ZnDM_BpFuncLib.h"
@@ -263,7 +264,7 @@ struct FZnDemoRun
 	{
 		Progress.End(false);
 		ZnPrint(Ctx.Err, "zn demo: step \"%s\" failed: %s\n", Step.c_str(), Why.c_str());
-		return 1;
+		return ZnExit::Failed;
 	}
 
 	int Run()
@@ -499,7 +500,7 @@ struct FZnDemoRun
 		{
 			ZnPrint(Ctx.Err, "zn demo: step \"write\" failed: cannot write summary.json into \"%s\"\n",
 				Options.OutputDir.c_str());
-			return 1;
+			return ZnExit::Failed;
 		}
 
 		ZnPrint(Ctx.Out, "\nSaid: \"%s\"\n", Options.Text.c_str());
@@ -535,10 +536,11 @@ ZnCommandRegistrar Registrar("demo", "Say a sentence and bring back its audio, f
 		Cmd.add_option("--secret", Options->Secret, "App secret for the token")->capture_default_str();
 		Cmd.add_option("--voice", Options->Voice, "Voice name sent as tts_voice_name (e.g. en-us)");
 		CLI::Option* SpeedOption = Cmd.add_option("--speed", Options->Speed, "Speaking speed 0..100, 50 normal");
-		// Parenthesised so the engine's check() macro does not take the member call.
-		(SpeedOption->check)(CLI::Range(0, 100));
-		CLI::Option* SeedOption = Cmd.add_option(
-			"--seed", *Seed, "Seed of blinks, gaze and idle of the in-process service (ignored with --endpoint)");
+		SpeedOption->transform(ZnNumberOption("a whole number from 0 to 100", 0, 100, true));
+		CLI::Option* SeedOption =
+			Cmd.add_option(
+				   "--seed", *Seed, "Seed of blinks, gaze and idle of the in-process service (ignored with --endpoint)")
+				->transform(ZnNumberOption("a whole number from 0 to 2^53", 0, 9007199254740992.0, true));
 		return [Options, Seed, SeedOption, &Ctx]()
 		{
 			if (SeedOption->count() > 0)

@@ -4,7 +4,7 @@
 
 #include "ZnBvhWriter.h"
 #include "ZnClipFiles.h"
-#include "ZnExportCommandStatus.h"
+#include "ZnExit.h"
 #include "ZnExportFiles.h"
 #include "ZnFaceCsvWriter.h"
 
@@ -29,7 +29,7 @@ int RunBvh(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 	if (!Load.Ok())
 	{
 		ZnPrint(Ctx.Err, "zn export bvh: %s\n", Load.Message.c_str());
-		return ZnExportCommandStatus::InputError;
+		return Load.Error == EZnClipError::Unreadable ? ZnExit::Usage : ZnExit::Failed;
 	}
 	std::string Error;
 	FZnExportMotion Motion;
@@ -37,7 +37,7 @@ int RunBvh(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 		!FZnExportFiles::WriteWhole(Options.Output, FZnBvhWriter::ToText(Motion), Error))
 	{
 		ZnPrint(Ctx.Err, "zn export bvh: %s\n", Error.c_str());
-		return ZnExportCommandStatus::InputError;
+		return ZnExit::Failed;
 	}
 	for (const std::string& Bone : Motion.UnknownBones)
 	{
@@ -45,7 +45,7 @@ int RunBvh(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 	}
 	ZnPrint(Ctx.Out, "wrote %s: %s body, %d frames, %d joints\n", Options.Output.c_str(), Load.Format.c_str(),
 		Motion.FrameCount, static_cast<int>(Motion.Joints.size()));
-	return ZnExportCommandStatus::Success;
+	return ZnExit::Success;
 }
 
 int RunCsv(const FZnExportOptions& Options, ZnCommandContext& Ctx)
@@ -55,13 +55,13 @@ int RunCsv(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 	if (!Load.Ok())
 	{
 		ZnPrint(Ctx.Err, "zn export csv: %s\n", Load.Message.c_str());
-		return ZnExportCommandStatus::InputError;
+		return Load.Error == EZnClipError::Unreadable ? ZnExit::Usage : ZnExit::Failed;
 	}
 	if (Load.Format == "rig")
 	{
 		ZnPrint(
 			Ctx.Err, "zn export csv: %s holds control-rig curves, not blend-shape weights\n", Options.Input.c_str());
-		return ZnExportCommandStatus::InputError;
+		return ZnExit::Failed;
 	}
 	std::unique_ptr<FZnBodyData> Body;
 	if (!Options.BodyFile.empty())
@@ -71,7 +71,7 @@ int RunCsv(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 		if (!BodyLoad.Ok())
 		{
 			ZnPrint(Ctx.Err, "zn export csv: %s\n", BodyLoad.Message.c_str());
-			return ZnExportCommandStatus::InputError;
+			return BodyLoad.Error == EZnClipError::Unreadable ? ZnExit::Usage : ZnExit::Failed;
 		}
 	}
 	std::string Error;
@@ -81,11 +81,11 @@ int RunCsv(const FZnExportOptions& Options, ZnCommandContext& Ctx)
 		!FZnExportFiles::WriteWhole(Options.Output, FZnFaceCsvWriter::ToText(Frames, Body ? &Motion : nullptr), Error))
 	{
 		ZnPrint(Ctx.Err, "zn export csv: %s\n", Error.c_str());
-		return ZnExportCommandStatus::InputError;
+		return ZnExit::Failed;
 	}
 	ZnPrint(Ctx.Out, "wrote %s: %s face, %d frames%s\n", Options.Output.c_str(), Load.Format.c_str(), Frames.FrameCount,
 		Body ? ", head from the body clip" : "");
-	return ZnExportCommandStatus::Success;
+	return ZnExit::Success;
 }
 } // namespace
 

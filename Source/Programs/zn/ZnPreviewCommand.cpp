@@ -3,7 +3,7 @@
 #include "ZnCommand.h"
 
 #include "ZnClipFiles.h"
-#include "ZnExportCommandStatus.h"
+#include "ZnExit.h"
 #include "ZnPreviewPage.h"
 
 #include <filesystem>
@@ -28,7 +28,7 @@ int RunPreview(const FZnPreviewOptions& Options, ZnCommandContext& Ctx)
 	if (Options.BodyFile.empty() && Options.FaceFile.empty())
 	{
 		ZnPrint(Ctx.Err, "zn preview: give --body FILE, --face FILE or both\n");
-		return ZnExportCommandStatus::UsageError;
+		return ZnExit::Usage;
 	}
 	FZnBodyData Body;
 	FZnFaceData Face;
@@ -39,7 +39,7 @@ int RunPreview(const FZnPreviewOptions& Options, ZnCommandContext& Ctx)
 		if (!Load.Ok())
 		{
 			ZnPrint(Ctx.Err, "zn preview: %s\n", Load.Message.c_str());
-			return ZnExportCommandStatus::InputError;
+			return Load.Error == EZnClipError::Unreadable ? ZnExit::Usage : ZnExit::Failed;
 		}
 		Input.Body = &Body;
 	}
@@ -49,7 +49,7 @@ int RunPreview(const FZnPreviewOptions& Options, ZnCommandContext& Ctx)
 		if (!Load.Ok())
 		{
 			ZnPrint(Ctx.Err, "zn preview: %s\n", Load.Message.c_str());
-			return ZnExportCommandStatus::InputError;
+			return Load.Error == EZnClipError::Unreadable ? ZnExit::Usage : ZnExit::Failed;
 		}
 		Input.Face = &Face;
 	}
@@ -59,7 +59,7 @@ int RunPreview(const FZnPreviewOptions& Options, ZnCommandContext& Ctx)
 		if (!FZnClipFiles::ReadText(Options.AudioFile, Bytes))
 		{
 			ZnPrint(Ctx.Err, "zn preview: cannot read %s\n", Options.AudioFile.c_str());
-			return ZnExportCommandStatus::InputError;
+			return ZnExit::Usage;
 		}
 		Input.Audio.Append(reinterpret_cast<const uint8*>(Bytes.data()), static_cast<int32>(Bytes.size()));
 	}
@@ -70,10 +70,10 @@ int RunPreview(const FZnPreviewOptions& Options, ZnCommandContext& Ctx)
 	if (!FZnPreviewPage::Write(Input, Options.Directory, Error))
 	{
 		ZnPrint(Ctx.Err, "zn preview: %s\n", Error.c_str());
-		return ZnExportCommandStatus::InputError;
+		return ZnExit::Failed;
 	}
 	ZnPrint(Ctx.Out, "wrote %s\n", (std::filesystem::path(Options.Directory) / "index.html").string().c_str());
-	return ZnExportCommandStatus::Success;
+	return ZnExit::Success;
 }
 } // namespace
 

@@ -2,6 +2,7 @@
 // SIGTERM end it cleanly). The first line on standard output is the base URL, then the URL of
 // every path it serves, one per line; requests are logged to standard error, one line each.
 #include "ZnCommand.h"
+#include "ZnExit.h"
 #include "ZnLocalService.h"
 
 #include <csignal>
@@ -53,14 +54,14 @@ int RunServe(const FZnServeOptions& Options, ZnCommandContext& Ctx)
 		if (!ParseApp(Text, App))
 		{
 			ZnPrint(Ctx.Err, "zn serve: --app needs ID:SECRET with a non-empty id, not \"%s\"\n", Text.c_str());
-			return 1;
+			return ZnExit::Usage;
 		}
 		Config.Apps.push_back(App);
 	}
 	if (Options.TlsCert.empty() != Options.TlsKey.empty())
 	{
 		ZnPrint(Ctx.Err, "zn serve: --tls-cert and --tls-key go together\n");
-		return 1;
+		return ZnExit::Usage;
 	}
 
 	// The signals are taken by this thread alone: blocked here before the service's threads
@@ -77,7 +78,7 @@ int RunServe(const FZnServeOptions& Options, ZnCommandContext& Ctx)
 	if (!Service.Start(Error))
 	{
 		ZnPrint(Ctx.Err, "zn serve: %s\n", Error.c_str());
-		return 1;
+		return ZnExit::Failed;
 	}
 	Ctx.Out << Service.BaseUrl() << "\n";
 	for (const std::string& Path : Service.ServedPaths())
@@ -107,7 +108,8 @@ ZnCommandRegistrar Registrar("serve", "Run the local stand-in for the motion ser
 	{
 		auto Options = std::make_shared<FZnServeOptions>();
 		Cmd.add_option("--host", Options->Host, "Address to listen on (default 127.0.0.1, loopback only)");
-		Cmd.add_option("--port", Options->Port, "Port to listen on; 0 picks a free one")->check(CLI::Range(0, 65535));
+		Cmd.add_option("--port", Options->Port, "Port to listen on; 0 picks a free one")
+			->transform(ZnNumberOption("a port number from 0 to 65535", 0, 65535, true));
 		Cmd.add_option("--app", Options->Apps, "An accepted app as ID:SECRET (repeatable; default demo:demo-secret)");
 		Cmd.add_option("--folder", Options->Folder, "Folder of the hosted files (default: a temporary one)");
 		Cmd.add_option("--tls-cert", Options->TlsCert, "PEM certificate: serve HTTPS (with --tls-key)");
