@@ -128,6 +128,7 @@ TEST(HttpRequestTests, GetStillCarriesItsBodyAndOnlyTheHeadersSet)
 	Request->SetVerb(TEXT("GET"));
 	Request->SetHeader(TEXT("Content-Type"), TEXT("application/json"));
 	Request->SetHeader(TEXT("access_token"), TEXT("tok"));
+	Request->SetHeader(TEXT("X-Empty"), TEXT(""));
 	Request->SetContentAsString(TEXT("{\"a\":1}"));
 	FZnRecordedCompletion Recorded;
 	EXPECT_EQ(Start(*Request, Recorded), "ok");
@@ -135,6 +136,7 @@ TEST(HttpRequestTests, GetStillCarriesItsBodyAndOnlyTheHeadersSet)
 	EXPECT_EQ(Received.rfind("GET /wire HTTP/1.1\r\n", 0), 0u) << Received;
 	EXPECT_NE(Received.find("\r\nContent-Type: application/json\r\n"), std::string::npos) << Received;
 	EXPECT_NE(Received.find("\r\naccess_token: tok\r\n"), std::string::npos) << Received;
+	EXPECT_NE(Received.find("\r\nX-Empty:\r\n"), std::string::npos) << "an empty value is still sent";
 	EXPECT_NE(Received.find("\r\nContent-Length: 7\r\n"), std::string::npos) << Received;
 	EXPECT_EQ(Received.find("Expect:"), std::string::npos) << Received;
 	EXPECT_EQ(Received.substr(Received.size() - 7), "{\"a\":1}");
