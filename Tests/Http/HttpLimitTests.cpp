@@ -97,3 +97,54 @@ TEST_F(FLimitTest, BodyOfExactlyTheLimitIsDelivered)
 	EXPECT_EQ(Sized.Body, std::string(size_t(Limit), 'z'));
 	EXPECT_LE(FHttpModule::Get().GetHttpManager().GetTransportStats().PeakRequestBufferBytes, Limit);
 }
+
+TEST(HttpConnectionLimitTests, BurstToOneHostUsesAtMostTheConfiguredConnections)
+{
+	FZnScopedTransportSettings Restore;
+	FHttpTransportSettings Settings = Restore.Saved;
+	Settings.MaxConnectionsPerHost = 2;
+	FHttpModule::Get().SetTransportSettings(Settings);
+	std::atomic<int> Open{0};
+	std::atomic<int> MostOpen{0};
+	FZnRawTestServer Server(
+		[&](int Socket, const std::atomic<bool>&)
+		{
+			const int Now = ++Open;
+			int Seen = MostOpen.load();
+			while (Now > Seen && !MostOpen.compare_exchange_weak(Seen, Now))
+			{
+			}
+			FZnRawTestServer::ReadRequestHead(Socket);
+			std::this_thread::sleep_for(std::chrono::milliseconds(50));
+			--Open;
+			FZnRawTestServer::SendAll(Socket, "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: 2\r\n\r\nok");
+		});
+	std::vector<TSharedRef<IHttpRequest, ESPMode::ThreadSafe>> Requests;
+	std::vector<std::unique_ptr<FZnRecordedCompletion>> Recorded;
+	for (int Index = 0; Index < 8; ++Index)
+	{
+		Requests.push_back(FHttpModule::Get().CreateRequest());
+		Recorded.push_back(std::make_unique<FZnRecordedCompletion>());
+		Requests.back()->SetURL(UTF8_TO_TCHAR(Server.Url("/one").c_str()));
+		Recorded.back()->Bind(*Requests.back());
+		ASSERT_TRUE(Requests.back()->ProcessRequest());
+	}
+	ASSERT_TRUE(ZnTickUntil(
+		[&]()
+		{
+			for (const std::unique_ptr<FZnRecordedCompletion>& Each : Recorded)
+			{
+				if (Each->Calls == 0)
+				{
+					return false;
+				}
+			}
+			return true;
+		}));
+	for (const std::unique_ptr<FZnRecordedCompletion>& Each : Recorded)
+	{
+		EXPECT_EQ(Each->Body, "ok");
+	}
+	EXPECT_LE(MostOpen.load(), 2);
+	EXPECT_EQ(Server.Accepted(), 8);
+}

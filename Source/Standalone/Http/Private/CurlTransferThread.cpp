@@ -330,6 +330,11 @@ void FCurlTransferThread::AddPending()
 	}
 	for (std::unique_ptr<FHttpTransfer>& Transfer : NewTransfers)
 	{
+		if (Transfer->MaxConnectionsPerHost != MaxConnectionsPerHost)
+		{
+			MaxConnectionsPerHost = Transfer->MaxConnectionsPerHost;
+			curl_multi_setopt(Multi, CURLMOPT_MAX_HOST_CONNECTIONS, long(MaxConnectionsPerHost));
+		}
 		CURL* Easy = curl_easy_init();
 		Transfer->Easy = Easy;
 		SetUp(Easy, *Transfer);

@@ -84,6 +84,7 @@ bool FHttpManager::StartRequest(const TSharedRef<FCurlHttpRequest, ESPMode::Thre
 	Transfer->InactivityTimeoutSeconds = Settings.InactivityTimeoutSeconds;
 	Transfer->MaxResponseBytes = FMath::Clamp<int64>(Settings.MaxResponseBytes, 0, MAX_int32);
 	Transfer->MaxRedirects = Settings.MaxRedirects;
+	Transfer->MaxConnectionsPerHost = FMath::Max(1, Settings.MaxConnectionsPerHost);
 	Transfer->CaFile = ToUtf8(Settings.CaFile);
 	OutTransferId = Transfer->Id;
 	++RequestsInFlight;
