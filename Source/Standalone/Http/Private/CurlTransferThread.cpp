@@ -62,7 +62,8 @@ size_t OnBody(char* Data, size_t Size, size_t Count, void* User)
 		return 0;
 	}
 	ReserveBody(Transfer, Needed, false);
-	Transfer.ResponseBody.Append(reinterpret_cast<const uint8*>(Data), int32(Bytes));
+	const int32 At = Transfer.ResponseBody.AddUninitialized(int32(Bytes));
+	memcpy(Transfer.ResponseBody.GetData() + At, Data, Bytes);
 	return Bytes;
 }
 
