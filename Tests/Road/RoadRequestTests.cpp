@@ -259,3 +259,15 @@ TEST_F(FZnRoadTest, OverlappingCallsOnOneObjectBothBroadcast)
 	FHttpModule::Get().GetHttpManager().TickUntil([]() { return false; }, 0.2);
 	EXPECT_EQ(Listener->Requests.size(), 2u);
 }
+
+TEST_F(FZnRoadTest, TimeoutOfZeroSetsNoLimit)
+{
+	FZnRoadService Local;
+	ASSERT_TRUE(Local.Service);
+	UZnDM_HttpRequest* Request = NewBoundRequest(Listener.Get());
+	// Answered after 1.2 s: a zero timeout does not mean "fail at once", the transport's defaults apply.
+	const std::string Url = FZnLocalService::WithFault(Local.Url("/no/path"), "delay=1200");
+	Request->DoRequestEasy(TEXT("t"), ZnText(Url), TEXT("{}"), ZnDM_HttpVerb::POST, false, 0);
+	ASSERT_TRUE(ZnRoadTickUntil([&]() { return !Listener->Requests.empty(); }));
+	EXPECT_TRUE(Listener->Requests[0].bOk) << ZnUtf8(Listener->Requests[0].Text);
+}
