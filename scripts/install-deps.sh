@@ -9,8 +9,7 @@ packages=(
 	libsimdjson-dev nlohmann-json3-dev libcli11-dev
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
-	libcpp-httplib-dev curl openssl
-	libcurl4-openssl-dev
+	libcpp-httplib-dev curl openssl libcurl4-openssl-dev
 )
 
 missing=()

@@ -113,7 +113,8 @@ ZnCommandRegistrar Registrar("serve", "Run the local stand-in for the motion ser
 		Cmd.add_option("--tls-cert", Options->TlsCert, "PEM certificate: serve HTTPS (with --tls-key)");
 		Cmd.add_option("--tls-key", Options->TlsKey, "PEM private key of the certificate");
 		Cmd.add_option("--fault", Options->Fault,
-			"A fault for every request: delay=<ms>, status=<code>, drop, truncate, malformed, code=<n>, stall");
+			"A fault for every request: delay=<ms>, status=<code>, drop, truncate, malformed, code=<n>, stall, "
+			"restatus=<code>, reply=<name>");
 		Cmd.add_flag("--allow-remote-audio", Options->bAllowRemoteAudio,
 			"Voice requests may name audio URLs this service does not host");
 		return [Options, &Ctx]() { return RunServe(*Options, Ctx); };

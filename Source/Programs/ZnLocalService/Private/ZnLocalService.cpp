@@ -60,7 +60,21 @@ struct FZnLocalService::FImpl
 	std::mutex FaultMutex;
 	std::vector<FInjected> Injected;
 	std::atomic<uint64_t> Requests{0};
+	std::atomic<bool> bListenReturned{false};
 	std::mutex LogMutex;
+
+	// Forgets the server and handler and removes a temporary folder (after Stop, or a failed Start).
+	void ReleaseServer()
+	{
+		Server.reset();
+		Handler.reset();
+		if (!TemporaryFolder.empty())
+		{
+			std::error_code Ignored;
+			std::filesystem::remove_all(TemporaryFolder, Ignored);
+			TemporaryFolder.clear();
+		}
+	}
 
 	void Log(const std::string& Line)
 	{
@@ -201,12 +215,22 @@ struct FZnLocalService::FImpl
 		FZnServiceRequest ServiceRequest;
 		ServiceRequest.Method = Request.method;
 		ServiceRequest.Path = Path;
+		if (Fault.Kind == EZnFaultKind::Reply)
+		{
+			// The hosted file stands in for the answer; a name that is not hosted is refused as usual.
+			ServiceRequest.Method = "GET";
+			ServiceRequest.Path = FilesPath + Fault.Name;
+		}
 		ServiceRequest.Query = RawQueryOf(Request.target);
 		ServiceRequest.Headers.assign(Request.headers.begin(), Request.headers.end());
 		ServiceRequest.Body = Request.body;
 		FZnServiceAnswer Answer = Handler->Handle(ServiceRequest);
 
-		Response.status = Answer.Status;
+		if (Fault.Kind == EZnFaultKind::Reply && Answer.Status == 200)
+		{
+			Answer.ContentType = "application/json";
+		}
+		Response.status = Fault.Kind == EZnFaultKind::Restatus ? int(Fault.Value) : Answer.Status;
 		if (Fault.Kind == EZnFaultKind::Truncate)
 		{
 			// The full length is announced; half the body is sent, then the provider fails, which
@@ -227,7 +251,7 @@ struct FZnLocalService::FImpl
 		{
 			Response.set_content(std::move(Answer.Body), Answer.ContentType.c_str());
 		}
-		LogRequest(Request, Path, Answer.Status, Answer.Code, Answer.Message, Fault, Began);
+		LogRequest(Request, Path, Response.status, Answer.Code, Answer.Message, Fault, Began);
 	}
 
 	void DropConnection(const httplib::Request& Request, httplib::Response& Response)
@@ -343,14 +367,7 @@ bool FZnLocalService::Start(std::string& Error)
 	const auto Fail = [this, &Error](const std::string& Message)
 	{
 		Error = Message;
-		Impl->Server.reset();
-		Impl->Handler.reset();
-		if (!Impl->TemporaryFolder.empty())
-		{
-			std::error_code Ignored;
-			std::filesystem::remove_all(Impl->TemporaryFolder, Ignored);
-			Impl->TemporaryFolder.clear();
-		}
+		Impl->ReleaseServer();
 		return false;
 	};
 
@@ -386,6 +403,14 @@ bool FZnLocalService::Start(std::string& Error)
 	httplib::Server& Server = *Impl->Server;
 	const size_t Workers = size_t(std::max(Config.WorkerThreads, 1));
 	Server.new_task_queue = [Workers] { return new httplib::ThreadPool(Workers); };
+	// The library's default also sets SO_REUSEPORT, which lets a second server bind a port in use
+	// and share its connections; a taken port must be an error instead.
+	Server.set_socket_options(
+		[](socket_t Socket)
+		{
+			int Yes = 1;
+			setsockopt(Socket, SOL_SOCKET, SO_REUSEADDR, &Yes, sizeof(Yes));
+		});
 	Server.set_payload_max_length(size_t(std::max<int64_t>(Config.MaxBodyBytes, 0)));
 	Server.set_keep_alive_timeout(KeepAliveSeconds);
 	FImpl* State = Impl.get();
@@ -434,7 +459,19 @@ bool FZnLocalService::Start(std::string& Error)
 	}
 	Impl->Requests = 0;
 	// The socket is listening already: connections made from here on wait for the accept loop.
-	Impl->ListenThread = std::thread([State] { State->Server->listen_after_bind(); });
+	Impl->bListenReturned = false;
+	Impl->ListenThread = std::thread(
+		[State]
+		{
+			State->Server->listen_after_bind();
+			State->bListenReturned = true;
+		});
+	// The library's stop() does nothing until its accept loop has begun, so Stop right after Start
+	// would leave that loop waiting forever: Start returns only once it runs.
+	while (!Impl->Server->is_running() && !Impl->bListenReturned)
+	{
+		std::this_thread::sleep_for(std::chrono::milliseconds(1));
+	}
 	return true;
 }
 
@@ -454,14 +491,7 @@ void FZnLocalService::Stop()
 	{
 		Impl->ListenThread.join();
 	}
-	Impl->Server.reset();
-	Impl->Handler.reset();
-	if (!Impl->TemporaryFolder.empty())
-	{
-		std::error_code Ignored;
-		std::filesystem::remove_all(Impl->TemporaryFolder, Ignored);
-		Impl->TemporaryFolder.clear();
-	}
+	Impl->ReleaseServer();
 }
 
 std::string FZnLocalService::BaseUrl() const

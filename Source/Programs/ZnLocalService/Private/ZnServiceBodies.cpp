@@ -203,7 +203,11 @@ uint64_t FZnServiceBodies::SeedOf(const std::string& Text)
 	return Hash | 1;
 }
 
-bool FZnServiceBodies::ReadTextBroadcast(const std::string& Body, FZnSpeechRequest& Out, std::string& Error)
+namespace
+{
+// The readers of bodies with a text to say: TextMember is that text; Fill reads the rest.
+template <typename FillType>
+bool ReadSaid(const std::string& Body, const char* TextMember, FZnSpeechRequest& Out, std::string& Error, FillType Fill)
 {
 	FBodyReader Reader;
 	if (!Reader.Parse(Body))
@@ -211,47 +215,42 @@ bool FZnServiceBodies::ReadTextBroadcast(const std::string& Body, FZnSpeechReque
 		return Reader.Finish(Error);
 	}
 	FZnSpeechRequest Request;
-	Request.Text = Reader.String(nullptr, "draft_content", true);
-	ReadTtsConfig(Reader, Request);
-	Request.Gender = Reader.String("face_config", "gender", false);
+	Request.Text = Reader.String(nullptr, TextMember, true);
+	Fill(Reader, Request);
 	Reader.Shapes(Request);
 	if (Reader.Error.empty())
 	{
-		Reader.CheckSaid("draft_content", Request.Text);
+		Reader.CheckSaid(TextMember, Request.Text);
 	}
-	Request.Seed = SeedOf(Request.Text);
-	if (Reader.Finish(Error))
+	Request.Seed = FZnServiceBodies::SeedOf(Request.Text);
+	if (!Reader.Finish(Error))
 	{
-		Out = std::move(Request);
-		return true;
+		return false;
 	}
-	return false;
+	Out = std::move(Request);
+	return true;
+}
+} // namespace
+
+bool FZnServiceBodies::ReadTextBroadcast(const std::string& Body, FZnSpeechRequest& Out, std::string& Error)
+{
+	return ReadSaid(Body, "draft_content", Out, Error,
+		[](FBodyReader& Reader, FZnSpeechRequest& Request)
+		{
+			ReadTtsConfig(Reader, Request);
+			Request.Gender = Reader.String("face_config", "gender", false);
+		});
 }
 
 bool FZnServiceBodies::ReadAnswerCollect(const std::string& Body, FZnSpeechRequest& Out, std::string& Error)
 {
-	FBodyReader Reader;
-	if (!Reader.Parse(Body))
-	{
-		return Reader.Finish(Error);
-	}
-	FZnSpeechRequest Request;
-	Request.Text = Reader.String(nullptr, "text", true);
-	Reader.String(nullptr, "audio_format", false);
-	ReadTtsConfig(Reader, Request);
-	Request.Gender = Reader.String("face_config", "face_gender", false);
-	Reader.Shapes(Request);
-	if (Reader.Error.empty())
-	{
-		Reader.CheckSaid("text", Request.Text);
-	}
-	Request.Seed = SeedOf(Request.Text);
-	if (Reader.Finish(Error))
-	{
-		Out = std::move(Request);
-		return true;
-	}
-	return false;
+	return ReadSaid(Body, "text", Out, Error,
+		[](FBodyReader& Reader, FZnSpeechRequest& Request)
+		{
+			Reader.String(nullptr, "audio_format", false);
+			ReadTtsConfig(Reader, Request);
+			Request.Gender = Reader.String("face_config", "face_gender", false);
+		});
 }
 
 bool FZnServiceBodies::ReadVoiceBroadcast(
@@ -272,40 +271,25 @@ bool FZnServiceBodies::ReadVoiceBroadcast(
 		Reader.Fail("\"audio_url\" is empty");
 	}
 	Request.Seed = SeedOf(Url);
-	if (Reader.Finish(Error))
+	if (!Reader.Finish(Error))
 	{
-		AudioUrl = Url;
-		Out = std::move(Request);
-		return true;
+		return false;
 	}
-	return false;
+	AudioUrl = Url;
+	Out = std::move(Request);
+	return true;
 }
 
 bool FZnServiceBodies::ReadSpeech(const std::string& Body, FZnSpeechRequest& Out, std::string& Error)
 {
-	FBodyReader Reader;
-	if (!Reader.Parse(Body))
-	{
-		return Reader.Finish(Error);
-	}
-	FZnSpeechRequest Request;
-	Request.Text = Reader.String(nullptr, "text", true);
-	Request.VoiceName = Reader.String(nullptr, "voiceName", false);
-	Request.Speed = Reader.Percent(nullptr, "speed", true);
-	Request.Volume = Reader.Percent(nullptr, "volume", true);
-	Request.Pitch = Reader.Percent(nullptr, "pitch", true);
-	Request.Gender = Reader.String(nullptr, "gender", false);
-	Reader.Integer(nullptr, "tag", 0);
-	Reader.Shapes(Request);
-	if (Reader.Error.empty())
-	{
-		Reader.CheckSaid("text", Request.Text);
-	}
-	Request.Seed = SeedOf(Request.Text);
-	if (Reader.Finish(Error))
-	{
-		Out = std::move(Request);
-		return true;
-	}
-	return false;
+	return ReadSaid(Body, "text", Out, Error,
+		[](FBodyReader& Reader, FZnSpeechRequest& Request)
+		{
+			Request.VoiceName = Reader.String(nullptr, "voiceName", false);
+			Request.Speed = Reader.Percent(nullptr, "speed", true);
+			Request.Volume = Reader.Percent(nullptr, "volume", true);
+			Request.Pitch = Reader.Percent(nullptr, "pitch", true);
+			Request.Gender = Reader.String(nullptr, "gender", false);
+			Reader.Integer(nullptr, "tag", 0);
+		});
 }

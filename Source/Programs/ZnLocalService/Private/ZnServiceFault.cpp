@@ -64,7 +64,20 @@ bool FZnServiceFault::Parse(const std::string& Text, FZnServiceFault& Out, std::
 		{"delay", EZnFaultKind::Delay, 0, 600000, "milliseconds from 0 to 600000"},
 		{"status", EZnFaultKind::Status, 100, 599, "an HTTP status from 100 to 599"},
 		{"code", EZnFaultKind::Code, INT32_MIN, INT32_MAX, "a 32-bit integer"},
+		{"restatus", EZnFaultKind::Restatus, 100, 599, "an HTTP status from 100 to 599"},
 	};
+	if (Name == "reply")
+	{
+		if (Value.empty())
+		{
+			Error = "the fault \"reply=<name>\" needs the name of a hosted file";
+			return false;
+		}
+		Fault.Kind = EZnFaultKind::Reply;
+		Fault.Name = Value;
+		Out = Fault;
+		return true;
+	}
 	for (const FValued& Entry : Valued)
 	{
 		if (Name == Entry.Name)
@@ -102,6 +115,10 @@ std::string FZnServiceFault::ToString() const
 			return "code=" + std::to_string(Value);
 		case EZnFaultKind::Stall:
 			return "stall";
+		case EZnFaultKind::Restatus:
+			return "restatus=" + std::to_string(Value);
+		case EZnFaultKind::Reply:
+			return "reply=" + Name;
 		default:
 			return "";
 	}

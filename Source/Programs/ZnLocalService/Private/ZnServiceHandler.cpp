@@ -318,7 +318,8 @@ struct FZnServiceRoutes
 		int64_t Milliseconds = 0;
 		const char* End = Timestamp.data() + Timestamp.size();
 		const auto Parsed = std::from_chars(Timestamp.data(), End, Milliseconds);
-		if (Timestamp.empty() || Parsed.ec != std::errc() || Parsed.ptr != End)
+		const bool bDigitsOnly = Timestamp.find_first_not_of("0123456789") == std::string::npos;
+		if (Timestamp.empty() || !bDigitsOnly || Parsed.ec != std::errc() || Parsed.ptr != End)
 		{
 			return FZnServiceHandler::Refusal(400, EZnServiceCode::BadTimestamp,
 				"timestamp \"" + Timestamp + "\" is not a decimal count of milliseconds since 1970");
@@ -415,20 +416,34 @@ struct FZnServiceRoutes
 			{"allfaceData", {{"oss_url", Urls[1]}}}, {"motionFusionedData", {{"oss_url", Urls[2]}}}};
 	}
 
+	using FBodyReaderFunction = bool (*)(const std::string&, FZnSpeechRequest&, std::string&);
+
+	// Reads a body that carries a text to say, lets Reword change the text, speaks it and hosts the
+	// three files. False with the refusal in OutAnswer.
+	template <typename RewordType>
+	bool SpeakBody(const FZnServiceRequest& Request, FBodyReaderFunction Read, RewordType Reword,
+		FZnSpeechRequest& Speech, FZnGeneratedMedia& Media, std::string Urls[3], FZnServiceAnswer& OutAnswer)
+	{
+		std::string Error;
+		if (!Read(Request.Body, Speech, Error))
+		{
+			OutAnswer = FZnServiceHandler::Refusal(400, EZnServiceCode::MalformedBody, "malformed body: " + Error);
+			return false;
+		}
+		Reword(Speech);
+		return Speak(Speech, Media, OutAnswer) && HostMedia(Media, Urls, OutAnswer);
+	}
+
 	FZnServiceAnswer TextBroadcast(const FZnServiceRequest& Request)
 	{
 		FZnSpeechRequest Speech;
-		std::string Error;
-		if (!FZnServiceBodies::ReadTextBroadcast(Request.Body, Speech, Error))
-		{
-			return FZnServiceHandler::Refusal(400, EZnServiceCode::MalformedBody, "malformed body: " + Error);
-		}
 		FZnGeneratedMedia Media;
-		FZnServiceAnswer Refusal;
+		FZnServiceAnswer Answer;
 		std::string Urls[3];
-		if (!Speak(Speech, Media, Refusal) || !HostMedia(Media, Urls, Refusal))
+		if (!SpeakBody(
+				Request, &FZnServiceBodies::ReadTextBroadcast, [](FZnSpeechRequest&) {}, Speech, Media, Urls, Answer))
 		{
-			return Refusal;
+			return Answer;
 		}
 		return Success(FJson{{"code", 0}, {"msg", "success"}, {"data", MotionData(Urls, Media.DurationSeconds)}}, 0);
 	}
@@ -436,18 +451,13 @@ struct FZnServiceRoutes
 	FZnServiceAnswer AnswerCollect(const FZnServiceRequest& Request)
 	{
 		FZnSpeechRequest Speech;
-		std::string Error;
-		if (!FZnServiceBodies::ReadAnswerCollect(Request.Body, Speech, Error))
-		{
-			return FZnServiceHandler::Refusal(400, EZnServiceCode::MalformedBody, "malformed body: " + Error);
-		}
-		Speech.Text = FZnAnswerRules::Reply(Speech.Text);
 		FZnGeneratedMedia Media;
-		FZnServiceAnswer Refusal;
+		FZnServiceAnswer Answer;
 		std::string Urls[3];
-		if (!Speak(Speech, Media, Refusal) || !HostMedia(Media, Urls, Refusal))
+		const auto Reply = [](FZnSpeechRequest& Question) { Question.Text = FZnAnswerRules::Reply(Question.Text); };
+		if (!SpeakBody(Request, &FZnServiceBodies::ReadAnswerCollect, Reply, Speech, Media, Urls, Answer))
 		{
-			return Refusal;
+			return Answer;
 		}
 		FJson Data = MotionData(Urls, Media.DurationSeconds);
 		Data["answerDmeasyData"] = {{"answer", Speech.Text}};
@@ -540,17 +550,13 @@ struct FZnServiceRoutes
 	FZnServiceAnswer Speech(const FZnServiceRequest& Request)
 	{
 		FZnSpeechRequest Speech;
-		std::string Error;
-		if (!FZnServiceBodies::ReadSpeech(Request.Body, Speech, Error))
-		{
-			return FZnServiceHandler::Refusal(400, EZnServiceCode::MalformedBody, "malformed body: " + Error);
-		}
 		FZnGeneratedMedia Media;
-		FZnServiceAnswer Refusal;
+		FZnServiceAnswer Answer;
 		std::string Urls[3];
-		if (!Speak(Speech, Media, Refusal) || !HostMedia(Media, Urls, Refusal))
+		if (!SpeakBody(
+				Request, &FZnServiceBodies::ReadSpeech, [](FZnSpeechRequest&) {}, Speech, Media, Urls, Answer))
 		{
-			return Refusal;
+			return Answer;
 		}
 		return Success(FJson{{"code", 200}, {"msg", "success"},
 						   {"data",

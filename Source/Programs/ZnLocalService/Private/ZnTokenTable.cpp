@@ -7,15 +7,22 @@ FZnTokenTable::FZnTokenTable()
 {
 }
 
+void FZnTokenTable::Forget(std::set<std::pair<int64_t, std::string>>::iterator It)
+{
+	Tokens.erase(It->second);
+	ByExpiry.erase(It);
+}
+
 std::string FZnTokenTable::Issue(const std::string& AppId, int64_t ExpiresAtMs, int64_t NowMs)
 {
 	std::lock_guard<std::mutex> Lock(Mutex);
-	if (Tokens.size() >= PruneAbove)
+	while (!ByExpiry.empty() && ByExpiry.begin()->first <= NowMs - RememberExpiredMs)
 	{
-		for (auto It = Tokens.begin(); It != Tokens.end();)
-		{
-			It = It->second.ExpiresAtMs <= NowMs ? Tokens.erase(It) : std::next(It);
-		}
+		Forget(ByExpiry.begin());
+	}
+	if (Tokens.size() >= MostTokens)
+	{
+		Forget(ByExpiry.begin());
 	}
 	std::string Token;
 	do
@@ -26,6 +33,7 @@ std::string FZnTokenTable::Issue(const std::string& AppId, int64_t ExpiresAtMs, 
 		Token = Text;
 	} while (Tokens.count(Token) != 0);
 	Tokens[Token] = FEntry{AppId, ExpiresAtMs};
+	ByExpiry.insert({ExpiresAtMs, Token});
 	return Token;
 }
 

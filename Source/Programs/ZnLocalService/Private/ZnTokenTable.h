@@ -5,7 +5,9 @@
 #include <map>
 #include <mutex>
 #include <random>
+#include <set>
 #include <string>
+#include <utility>
 
 enum class EZnTokenCheck : uint8_t
 {
@@ -17,6 +19,12 @@ enum class EZnTokenCheck : uint8_t
 class FZnTokenTable
 {
 public:
+	// An expired token is remembered this long, so that it is refused as expired rather than unknown.
+	static constexpr int64_t RememberExpiredMs = 60 * 60 * 1000;
+	// At most this many tokens are kept: beyond it the one closest to expiring is forgotten, so a
+	// client asking for tokens in a loop cannot exhaust the service's memory.
+	static constexpr size_t MostTokens = 65536;
+
 	FZnTokenTable();
 
 	// A fresh token for AppId that expires at ExpiresAtMs (milliseconds since the Unix epoch).
@@ -31,11 +39,11 @@ private:
 		int64_t ExpiresAtMs = 0;
 	};
 
-	// Expired tokens are forgotten once the table holds this many, so it cannot grow without bound
-	// while tokens keep expiring; a forgotten token is then "unknown" rather than "expired".
-	static constexpr size_t PruneAbove = 4096;
+	void Forget(std::set<std::pair<int64_t, std::string>>::iterator It);
 
 	mutable std::mutex Mutex;
 	std::map<std::string, FEntry> Tokens;
+	// The same tokens ordered by expiry, so forgetting the oldest costs no scan.
+	std::set<std::pair<int64_t, std::string>> ByExpiry;
 	std::mt19937_64 Random;
 };

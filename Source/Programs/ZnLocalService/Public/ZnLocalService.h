@@ -81,10 +81,10 @@ public:
 
 	// Hosts Bytes under Name (a plain file name: letters, digits, '.', '-' and '_', not starting
 	// with '.') and returns its full URL; empty when the name is not plain or the file cannot be
-	// written. Replaces a file of the same name.
+	// written, and before Start. Replaces a file of the same name.
 	std::string HostFile(const std::string& Name, const std::vector<uint8_t>& Bytes);
 	// A token the motion paths accept for AppId, as the token path would issue it;
-	// LifetimeSeconds < 0: the configured one (0: already expired).
+	// LifetimeSeconds < 0: the configured one (0: already expired). Empty before Start.
 	std::string IssueToken(const std::string& AppId, int32_t LifetimeSeconds = -1);
 	// The next Count requests whose path starts with PathPrefix get Fault (same text as the URL
 	// form). A fault text that is not a fault is ignored (and logged).
