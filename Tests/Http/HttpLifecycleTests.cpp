@@ -49,8 +49,7 @@ struct FRestartAfter
 TEST(HttpLifecycleTests, CancelCompletesOnceAsFailure)
 {
 	FZnRawTestServer Server(Stall);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/stall").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/stall"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	ASSERT_TRUE(Request->ProcessRequest());
@@ -77,8 +76,7 @@ TEST(HttpLifecycleTests, ShutdownCancelsInFlightWithoutCallbacks)
 	int32 Calls = 0;
 	for (int Index = 0; Index < 5; ++Index)
 	{
-		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-		Request->SetURL(UTF8_TO_TCHAR(Server.Url("/stall").c_str()));
+		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/stall"));
 		Request->OnProcessRequestComplete().BindLambda([&Calls](FHttpRequestPtr, FHttpResponsePtr, bool) { ++Calls; });
 		ASSERT_TRUE(Request->ProcessRequest());
 		Requests.push_back(Request);
@@ -109,8 +107,7 @@ TEST(HttpLifecycleTests, ShutdownCancelsInFlightWithoutCallbacks)
 	// Started again, the module works as before.
 	FHttpModule::Get().StartupModule();
 	FZnTestHttpServer Hello(HelloRoute);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Again = FHttpModule::Get().CreateRequest();
-	Again->SetURL(UTF8_TO_TCHAR(Hello.Url("/hello").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Again = ZnNewRequest(Hello.Url("/hello"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Again);
 	ASSERT_TRUE(Again->ProcessRequest());
@@ -126,8 +123,7 @@ TEST(HttpLifecycleTests, ShutdownFromInsideACompletionDropsTheRest)
 	std::vector<TSharedRef<IHttpRequest, ESPMode::ThreadSafe>> Requests;
 	for (int Index = 0; Index < 3; ++Index)
 	{
-		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-		Request->SetURL(UTF8_TO_TCHAR(Hello.Url("/hello").c_str()));
+		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Hello.Url("/hello"));
 		Request->OnProcessRequestComplete().BindLambda(
 			[&Calls](FHttpRequestPtr, FHttpResponsePtr, bool)
 			{
@@ -149,8 +145,7 @@ TEST(HttpLifecycleTests, EngineLoopFramesDeliverCompletions)
 {
 	FZnTestHttpServer Hello(HelloRoute);
 	FStandaloneEngineLoop Loop;
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Hello.Url("/hello").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Hello.Url("/hello"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	ASSERT_TRUE(Request->ProcessRequest());
@@ -171,11 +166,9 @@ TEST(HttpLifecycleTests, CompletionForACollectedObjectIsDropped)
 	Alive->AddToRoot();
 	UZnHttpTestReceiver* Doomed = NewObject<UZnHttpTestReceiver>(GetTransientPackage());
 
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ToAlive = FHttpModule::Get().CreateRequest();
-	ToAlive->SetURL(UTF8_TO_TCHAR(Hello.Url("/hello").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ToAlive = ZnNewRequest(Hello.Url("/hello"));
 	ToAlive->OnProcessRequestComplete().BindUObject(Alive, &UZnHttpTestReceiver::OnComplete);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ToDoomed = FHttpModule::Get().CreateRequest();
-	ToDoomed->SetURL(UTF8_TO_TCHAR(Hello.Url("/hello").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ToDoomed = ZnNewRequest(Hello.Url("/hello"));
 	ToDoomed->OnProcessRequestComplete().BindUObject(Doomed, &UZnHttpTestReceiver::OnComplete);
 	ASSERT_TRUE(ToAlive->ProcessRequest());
 	ASSERT_TRUE(ToDoomed->ProcessRequest());

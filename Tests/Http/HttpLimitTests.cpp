@@ -46,25 +46,13 @@ struct FLimitTest : ::testing::Test
 		FHttpModule::Get().SetTransportSettings(Settings);
 		FHttpModule::Get().GetHttpManager().ResetPeakStats();
 	}
-
-	FZnRecordedCompletion Fetch(const std::string& Url)
-	{
-		TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-		Request->SetURL(UTF8_TO_TCHAR(Url.c_str()));
-		FZnRecordedCompletion Recorded;
-		Recorded.Bind(*Request);
-		EXPECT_TRUE(Request->ProcessRequest());
-		EXPECT_TRUE(ZnTickUntil([&Recorded]() { return Recorded.Calls > 0; }));
-		Request->OnProcessRequestComplete().Unbind();
-		return Recorded;
-	}
 };
 } // namespace
 
 TEST_F(FLimitTest, StreamedBodyOverTheLimitFailsHoldingNoMoreThanTheLimit)
 {
 	FZnTestHttpServer Server(SizedRoutes);
-	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/chunked?bytes=") + std::to_string(8 * Limit));
+	const FZnRecordedCompletion Recorded = ZnFetch(Server.Url("/chunked?bytes=") + std::to_string(8 * Limit));
 	EXPECT_EQ(Recorded.Calls, 1);
 	EXPECT_FALSE(Recorded.bConnected);
 	EXPECT_EQ(Recorded.Code, 200);
@@ -78,7 +66,7 @@ TEST_F(FLimitTest, StreamedBodyOverTheLimitFailsHoldingNoMoreThanTheLimit)
 TEST_F(FLimitTest, AnnouncedLengthOverTheLimitFailsBeforeAnyByteIsKept)
 {
 	FZnTestHttpServer Server(SizedRoutes);
-	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/sized?bytes=") + std::to_string(Limit + 1));
+	const FZnRecordedCompletion Recorded = ZnFetch(Server.Url("/sized?bytes=") + std::to_string(Limit + 1));
 	EXPECT_FALSE(Recorded.bConnected);
 	EXPECT_EQ(Recorded.Body, "");
 	EXPECT_EQ(FHttpModule::Get().GetHttpManager().GetTransportStats().PeakRequestBufferBytes, 0);
@@ -87,13 +75,64 @@ TEST_F(FLimitTest, AnnouncedLengthOverTheLimitFailsBeforeAnyByteIsKept)
 TEST_F(FLimitTest, BodyOfExactlyTheLimitIsDelivered)
 {
 	FZnTestHttpServer Server(SizedRoutes);
-	const FZnRecordedCompletion Streamed = Fetch(Server.Url("/chunked?bytes=") + std::to_string(Limit));
+	const FZnRecordedCompletion Streamed = ZnFetch(Server.Url("/chunked?bytes=") + std::to_string(Limit));
 	EXPECT_TRUE(Streamed.bConnected);
 	ASSERT_EQ(Streamed.Body.size(), size_t(Limit));
 	EXPECT_EQ(Streamed.Body[0], 'a');
 	EXPECT_EQ(Streamed.Body[size_t(Limit) - 1], char('a' + 15));
-	const FZnRecordedCompletion Sized = Fetch(Server.Url("/sized?bytes=") + std::to_string(Limit));
+	const FZnRecordedCompletion Sized = ZnFetch(Server.Url("/sized?bytes=") + std::to_string(Limit));
 	EXPECT_TRUE(Sized.bConnected);
 	EXPECT_EQ(Sized.Body, std::string(size_t(Limit), 'z'));
 	EXPECT_LE(FHttpModule::Get().GetHttpManager().GetTransportStats().PeakRequestBufferBytes, Limit);
+}
+
+TEST(HttpConnectionLimitTests, BurstToOneHostUsesAtMostTheConfiguredConnections)
+{
+	FZnScopedTransportSettings Restore;
+	FHttpTransportSettings Settings = Restore.Saved;
+	Settings.MaxConnectionsPerHost = 2;
+	FHttpModule::Get().SetTransportSettings(Settings);
+	std::atomic<int> Open{0};
+	std::atomic<int> MostOpen{0};
+	FZnRawTestServer Server(
+		[&](int Socket, const std::atomic<bool>&)
+		{
+			const int Now = ++Open;
+			int Seen = MostOpen.load();
+			while (Now > Seen && !MostOpen.compare_exchange_weak(Seen, Now))
+			{
+			}
+			FZnRawTestServer::ReadRequestHead(Socket);
+			std::this_thread::sleep_for(std::chrono::milliseconds(50));
+			--Open;
+			FZnRawTestServer::SendAll(Socket, "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: 2\r\n\r\nok");
+		});
+	std::vector<TSharedRef<IHttpRequest, ESPMode::ThreadSafe>> Requests;
+	std::vector<std::unique_ptr<FZnRecordedCompletion>> Recorded;
+	for (int Index = 0; Index < 8; ++Index)
+	{
+		Requests.push_back(FHttpModule::Get().CreateRequest());
+		Recorded.push_back(std::make_unique<FZnRecordedCompletion>());
+		Requests.back()->SetURL(UTF8_TO_TCHAR(Server.Url("/one").c_str()));
+		Recorded.back()->Bind(*Requests.back());
+		ASSERT_TRUE(Requests.back()->ProcessRequest());
+	}
+	ASSERT_TRUE(ZnTickUntil(
+		[&]()
+		{
+			for (const std::unique_ptr<FZnRecordedCompletion>& Each : Recorded)
+			{
+				if (Each->Calls == 0)
+				{
+					return false;
+				}
+			}
+			return true;
+		}));
+	for (const std::unique_ptr<FZnRecordedCompletion>& Each : Recorded)
+	{
+		EXPECT_EQ(Each->Body, "ok");
+	}
+	EXPECT_LE(MostOpen.load(), 2);
+	EXPECT_EQ(Server.Accepted(), 8);
 }

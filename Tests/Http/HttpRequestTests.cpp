@@ -59,8 +59,7 @@ TEST(HttpRequestTests, NewRequestDefaultsToGetAndNotStarted)
 TEST(HttpRequestTests, GetDeliversBodyOnceOnTheGameThread)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	FZnRecordedCompletion Recorded;
 	EXPECT_EQ(Start(*Request, Recorded), "GET|||");
 	EXPECT_TRUE(Recorded.bConnected);
@@ -78,8 +77,7 @@ TEST(HttpRequestTests, GetDeliversBodyOnceOnTheGameThread)
 TEST(HttpRequestTests, CompletionWaitsForTheTick)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	ASSERT_TRUE(Request->ProcessRequest());
@@ -94,8 +92,7 @@ TEST(HttpRequestTests, CompletionWaitsForTheTick)
 TEST(HttpRequestTests, PostSendsBodyAndHeaders)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	Request->SetVerb(TEXT("post"));
 	Request->SetHeader(TEXT("Content-Type"), TEXT("text/plain"));
 	Request->SetHeader(TEXT("content-type"), TEXT("application/json"));
@@ -123,11 +120,11 @@ TEST(HttpRequestTests, GetStillCarriesItsBodyAndOnlyTheHeadersSet)
 			}
 			FZnRawTestServer::SendAll(Socket, "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nok");
 		});
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/wire").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/wire"));
 	Request->SetVerb(TEXT("GET"));
 	Request->SetHeader(TEXT("Content-Type"), TEXT("application/json"));
 	Request->SetHeader(TEXT("access_token"), TEXT("tok"));
+	Request->SetHeader(TEXT("X-Empty"), TEXT(""));
 	Request->SetContentAsString(TEXT("{\"a\":1}"));
 	FZnRecordedCompletion Recorded;
 	EXPECT_EQ(Start(*Request, Recorded), "ok");
@@ -135,6 +132,7 @@ TEST(HttpRequestTests, GetStillCarriesItsBodyAndOnlyTheHeadersSet)
 	EXPECT_EQ(Received.rfind("GET /wire HTTP/1.1\r\n", 0), 0u) << Received;
 	EXPECT_NE(Received.find("\r\nContent-Type: application/json\r\n"), std::string::npos) << Received;
 	EXPECT_NE(Received.find("\r\naccess_token: tok\r\n"), std::string::npos) << Received;
+	EXPECT_NE(Received.find("\r\nX-Empty:\r\n"), std::string::npos) << "an empty value is still sent";
 	EXPECT_NE(Received.find("\r\nContent-Length: 7\r\n"), std::string::npos) << Received;
 	EXPECT_EQ(Received.find("Expect:"), std::string::npos) << Received;
 	EXPECT_EQ(Received.substr(Received.size() - 7), "{\"a\":1}");
@@ -143,8 +141,7 @@ TEST(HttpRequestTests, GetStillCarriesItsBodyAndOnlyTheHeadersSet)
 TEST(HttpRequestTests, BodyWithoutContentTypeGetsNoneAdded)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	Request->SetVerb(TEXT("POST"));
 	Request->SetContentAsString(TEXT("plain"));
 	FZnRecordedCompletion Recorded;
@@ -154,8 +151,7 @@ TEST(HttpRequestTests, BodyWithoutContentTypeGetsNoneAdded)
 TEST(HttpRequestTests, ContentAsStringIsSentAsUtf8AndReplacesBytes)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	Request->SetVerb(TEXT("PUT"));
 	Request->SetContent(TArray<uint8>{'x', 'y'});
 	// "héllo 世界" written as UTF-16 units.
@@ -169,8 +165,7 @@ TEST(HttpRequestTests, ContentAsStringIsSentAsUtf8AndReplacesBytes)
 TEST(HttpRequestTests, NotFoundWithBodyIsAConnectedResponse)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/missing").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/missing"));
 	FZnRecordedCompletion Recorded;
 	EXPECT_EQ(Start(*Request, Recorded), "{\"code\":404,\"message\":\"no such thing\"}");
 	EXPECT_TRUE(Recorded.bConnected);
@@ -182,8 +177,7 @@ TEST(HttpRequestTests, NotFoundWithBodyIsAConnectedResponse)
 TEST(HttpRequestTests, ResponseHeadersAreReadWithoutRegardToCase)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/header").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/header"));
 	FZnRecordedCompletion Recorded;
 	Start(*Request, Recorded);
 	EXPECT_EQ(Request->GetResponse()->GetHeader(TEXT("x-zn-TEST")), TEXT("yes"));
@@ -193,8 +187,7 @@ TEST(HttpRequestTests, ResponseHeadersAreReadWithoutRegardToCase)
 TEST(HttpRequestTests, RedirectsAreFollowed)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/hop").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/hop"));
 	FZnRecordedCompletion Recorded;
 	EXPECT_EQ(Start(*Request, Recorded), "GET|||");
 	EXPECT_EQ(Recorded.Code, 200);
@@ -208,8 +201,7 @@ TEST(HttpRequestTests, EndlessRedirectsFailAfterTheLimit)
 	Settings.MaxRedirects = 3;
 	FHttpModule::Get().SetTransportSettings(Settings);
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/loop").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/loop"));
 	FZnRecordedCompletion Recorded;
 	Start(*Request, Recorded);
 	EXPECT_EQ(Recorded.Calls, 1);
@@ -265,8 +257,7 @@ TEST(HttpRequestTests, NothingListeningGivesCodeZero)
 TEST(HttpRequestTests, ClosedWithoutStatusLineGivesCodeZero)
 {
 	FZnRawTestServer Server([](int Socket, const std::atomic<bool>&) { FZnRawTestServer::ReadRequestHead(Socket); });
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/drop").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/drop"));
 	FZnRecordedCompletion Recorded;
 	Start(*Request, Recorded);
 	EXPECT_FALSE(Recorded.bConnected);
@@ -282,8 +273,7 @@ TEST(HttpRequestTests, CutBodyFailsWithTheStatusThatArrived)
 			FZnRawTestServer::SendAll(Socket, "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly part");
 			shutdown(Socket, SHUT_RDWR);
 		});
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/cut").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/cut"));
 	FZnRecordedCompletion Recorded;
 	Start(*Request, Recorded);
 	EXPECT_FALSE(Recorded.bConnected);
@@ -295,8 +285,7 @@ TEST(HttpRequestTests, CutBodyFailsWithTheStatusThatArrived)
 TEST(HttpRequestTests, FinishedRequestCanBeStartedAgain)
 {
 	FZnTestHttpServer Server(EchoRoutes);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/echo").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/echo"));
 	FZnRecordedCompletion Recorded;
 	Start(*Request, Recorded);
 	EXPECT_FALSE(Request->ProcessRequest() && Request->ProcessRequest()) << "not twice while in flight";

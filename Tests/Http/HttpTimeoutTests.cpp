@@ -26,8 +26,7 @@ double SecondsSince(std::chrono::steady_clock::time_point Start)
 TEST(HttpTimeoutTests, RequestTimeoutEndsAStalledRequestWithCodeZero)
 {
 	FZnRawTestServer Server(Stall);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/stall").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/stall"));
 	Request->SetTimeout(0.5f);
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
@@ -45,8 +44,7 @@ TEST(HttpTimeoutTests, WithoutTimeoutAStalledServerFailsWithinTheDefault)
 	const FHttpTransportSettings Defaults;
 	ASSERT_EQ(Defaults.InactivityTimeoutSeconds, 10);
 	FZnRawTestServer Server(Stall);
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/stall").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/stall"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	const auto Start = std::chrono::steady_clock::now();
@@ -77,8 +75,7 @@ TEST(HttpTimeoutTests, SlowDownloadThatKeepsMovingIsNotCut)
 				FZnRawTestServer::SendAll(Socket, std::string(1, char('a' + Piece)));
 			}
 		});
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/slow").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/slow"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	ASSERT_TRUE(Request->ProcessRequest());
@@ -102,8 +99,7 @@ TEST(HttpTimeoutTests, InactivityLimitEndsAStallAfterPartOfTheBody)
 			char Byte;
 			recv(Socket, &Byte, 1, 0);
 		});
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Server.Url("/half").c_str()));
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Server.Url("/half"));
 	FZnRecordedCompletion Recorded;
 	Recorded.Bind(*Request);
 	ASSERT_TRUE(Request->ProcessRequest());

@@ -13,18 +13,6 @@ void HelloRoute(httplib::Server& Server)
 		{ Response.set_content("secure hello", "text/plain"); });
 }
 
-FZnRecordedCompletion Fetch(const std::string& Url)
-{
-	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
-	Request->SetURL(UTF8_TO_TCHAR(Url.c_str()));
-	FZnRecordedCompletion Recorded;
-	Recorded.Bind(*Request);
-	EXPECT_TRUE(Request->ProcessRequest());
-	EXPECT_TRUE(ZnTickUntil([&Recorded]() { return Recorded.Calls > 0; }));
-	Request->OnProcessRequestComplete().Unbind();
-	return Recorded;
-}
-
 struct FTlsTest : ::testing::Test
 {
 	static FZnTestCertificates Certificates;
@@ -39,7 +27,7 @@ FZnTestCertificates FTlsTest::Certificates;
 TEST_F(FTlsTest, UnknownAuthorityIsRefused)
 {
 	FZnTestHttpServer Server(HelloRoute, Certificates.CertFile, Certificates.KeyFile);
-	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/hello"));
+	const FZnRecordedCompletion Recorded = ZnFetch(Server.Url("/hello"));
 	EXPECT_EQ(Recorded.Calls, 1);
 	EXPECT_FALSE(Recorded.bConnected);
 	EXPECT_EQ(Recorded.Code, 0);
@@ -52,7 +40,7 @@ TEST_F(FTlsTest, ConfiguredAuthorityIsTrusted)
 	Settings.CaFile = UTF8_TO_TCHAR(Certificates.CaFile.c_str());
 	FHttpModule::Get().SetTransportSettings(Settings);
 	FZnTestHttpServer Server(HelloRoute, Certificates.CertFile, Certificates.KeyFile);
-	const FZnRecordedCompletion Recorded = Fetch(Server.Url("/hello"));
+	const FZnRecordedCompletion Recorded = ZnFetch(Server.Url("/hello"));
 	EXPECT_TRUE(Recorded.bConnected);
 	EXPECT_EQ(Recorded.Code, 200);
 	EXPECT_EQ(Recorded.Body, "secure hello");
@@ -67,7 +55,7 @@ TEST_F(FTlsTest, HostNameIsVerifiedToo)
 	// The same server reached by the name "localhost", which its certificate does not carry.
 	std::string Url = Server.Url("/hello");
 	Url.replace(Url.find("127.0.0.1"), 9, "localhost");
-	const FZnRecordedCompletion Recorded = Fetch(Url);
+	const FZnRecordedCompletion Recorded = ZnFetch(Url);
 	EXPECT_FALSE(Recorded.bConnected);
 	EXPECT_EQ(Recorded.Body, "");
 }

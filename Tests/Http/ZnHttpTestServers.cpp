@@ -236,3 +236,25 @@ bool ZnTickUntil(const std::function<bool()>& Done, double Seconds)
 {
 	return FHttpModule::Get().GetHttpManager().TickUntil(Done, Seconds);
 }
+
+TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ZnNewRequest(const std::string& Url)
+{
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = FHttpModule::Get().CreateRequest();
+	Request->SetURL(UTF8_TO_TCHAR(Url.c_str()));
+	return Request;
+}
+
+FZnRecordedCompletion ZnFetch(const std::string& Url)
+{
+	TSharedRef<IHttpRequest, ESPMode::ThreadSafe> Request = ZnNewRequest(Url);
+	FZnRecordedCompletion Recorded;
+	Recorded.Bind(*Request);
+	const bool bStarted = Request->ProcessRequest();
+	if (bStarted)
+	{
+		ZnTickUntil([&Recorded]() { return Recorded.Calls > 0; });
+	}
+	// The recorder is returned by value: the request must not call into this copy later.
+	Request->OnProcessRequestComplete().Unbind();
+	return Recorded;
+}

@@ -103,6 +103,12 @@ struct FZnRecordedCompletion
 // Ticks the HTTP manager until Done holds or Seconds have passed.
 bool ZnTickUntil(const std::function<bool()>& Done, double Seconds = 20.0);
 
+// A new GET request for Url (UTF-8), not started.
+TSharedRef<IHttpRequest, ESPMode::ThreadSafe> ZnNewRequest(const std::string& Url);
+
+// Fetches Url with a GET and waits for its completion; what the completion saw.
+FZnRecordedCompletion ZnFetch(const std::string& Url);
+
 // Restores the transport's default settings when a test ends.
 struct FZnScopedTransportSettings
 {

@@ -42,6 +42,19 @@ void ReadTokenResponse(const FString& ResponseStr, bool& bOutOk, FString& OutTok
 }
 } // namespace
 
+void UZnDM_HttpRequest::SendWithToken(IHttpRequest& Request, const FString& ContentType, const FString& token,
+	const FString& inURL, const FString& content, int32 timeout)
+{
+	// The content type first, then the token: the order the service has always received.
+	Request.SetHeader(TEXT("Content-Type"), ContentType);
+	Request.SetHeader(TEXT("access_token"), token);
+	Request.SetURL(inURL);
+	Request.SetContentAsString(content);
+	Request.SetTimeout(float(timeout));
+	Request.OnProcessRequestComplete().BindUObject(this, &UZnDM_HttpRequest::OnRequestCompleted);
+	Request.ProcessRequest();
+}
+
 UZnDM_HttpRequest* UZnDM_HttpRequest::CreateHttpRequest()
 {
 	return ZnHttpObjects::CreateRooted<UZnDM_HttpRequest>();
@@ -71,13 +84,7 @@ void UZnDM_HttpRequest::DoRequestEasy(const FString& token, const FString& inURL
 	mPrintLog = printLog;
 	UE_LOG(
 		ZnDM, Warning, TEXT("uniqueId:0x%02X, ProcessRequest, inURL:%s, content:%s"), GetUniqueID(), *inURL, *content);
-	Request->SetHeader(TEXT("Content-Type"), TEXT("application/json"));
-	Request->SetHeader(TEXT("access_token"), token);
-	Request->SetURL(inURL);
-	Request->SetContentAsString(content);
-	Request->SetTimeout(float(timeout));
-	Request->OnProcessRequestComplete().BindUObject(this, &UZnDM_HttpRequest::OnRequestCompleted);
-	Request->ProcessRequest();
+	SendWithToken(*Request, TEXT("application/json"), token, inURL, content, timeout);
 }
 
 void UZnDM_HttpRequest::DoRequestForm(const FString& Application, const FString& token, const FString& inURL,
@@ -94,13 +101,7 @@ void UZnDM_HttpRequest::DoRequestForm(const FString& Application, const FString&
 		ZnDM_Log::printString(FString::Printf(
 			TEXT("uniqueId:0x%02X, ProcessRequest, inURL:%s, content:%s"), GetUniqueID(), *inURL, *content));
 	}
-	Request->SetHeader(TEXT("Content-Type"), Application);
-	Request->SetHeader(TEXT("access_token"), token);
-	Request->SetURL(inURL);
-	Request->SetContentAsString(content);
-	Request->SetTimeout(float(timeout));
-	Request->OnProcessRequestComplete().BindUObject(this, &UZnDM_HttpRequest::OnRequestCompleted);
-	Request->ProcessRequest();
+	SendWithToken(*Request, Application, token, inURL, content, timeout);
 }
 
 void UZnDM_HttpRequest::DoRequestTest(const FString& inURL, ZnDM_HttpVerb verb, const TArray<uint8>& contentBytes,

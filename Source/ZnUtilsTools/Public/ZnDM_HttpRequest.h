@@ -80,6 +80,9 @@ public:
 	FString mContent;
 
 private:
+	// The sending part of DoRequestEasy and DoRequestForm: headers, URL, body, timeout, start.
+	void SendWithToken(IHttpRequest& Request, const FString& ContentType, const FString& token, const FString& inURL,
+		const FString& content, int32 timeout);
 	void OnRequestCompleted(FHttpRequestPtr Request, FHttpResponsePtr Response, bool bWasSuccessful);
 	void OnRequestAppTokenCompleted(FHttpRequestPtr Request, FHttpResponsePtr Response, bool bWasSuccessful);
 };

@@ -39,6 +39,13 @@ TArray<FString> FCurlHttpResponse::GetAllHeaders() const
 
 FString FCurlHttpResponse::GetContentAsString() const
 {
-	const FUTF8ToTCHAR Text(reinterpret_cast<const char*>(Content.GetData()), Content.Num());
-	return FString(Text.Length(), Text.Get());
+	// Decoded straight into the string's own buffer: a body may be megabytes of text.
+	FString Text;
+	TArray<TCHAR>& Chars = Text.GetCharArray();
+	ZnStandalone::AppendUtf8ToUtf16(Chars, reinterpret_cast<const char*>(Content.GetData()), Content.Num());
+	if (Chars.Num() > 0)
+	{
+		Chars.Add(TCHAR(0));
+	}
+	return Text;
 }

@@ -62,7 +62,8 @@ size_t OnBody(char* Data, size_t Size, size_t Count, void* User)
 		return 0;
 	}
 	ReserveBody(Transfer, Needed, false);
-	Transfer.ResponseBody.Append(reinterpret_cast<const uint8*>(Data), int32(Bytes));
+	const int32 At = Transfer.ResponseBody.AddUninitialized(int32(Bytes));
+	memcpy(Transfer.ResponseBody.GetData() + At, Data, Bytes);
 	return Bytes;
 }
 
@@ -330,6 +331,11 @@ void FCurlTransferThread::AddPending()
 	}
 	for (std::unique_ptr<FHttpTransfer>& Transfer : NewTransfers)
 	{
+		if (Transfer->MaxConnectionsPerHost != MaxConnectionsPerHost)
+		{
+			MaxConnectionsPerHost = Transfer->MaxConnectionsPerHost;
+			curl_multi_setopt(Multi, CURLMOPT_MAX_HOST_CONNECTIONS, long(MaxConnectionsPerHost));
+		}
 		CURL* Easy = curl_easy_init();
 		Transfer->Easy = Easy;
 		SetUp(Easy, *Transfer);

@@ -64,7 +64,8 @@ private:
 	std::deque<std::unique_ptr<FHttpTransfer>> Finished;
 	bool bStopping = false;
 
-	// Worker thread only: the transfers libcurl is moving, by easy handle.
+	// Worker thread only: the per-host connection limit in force, and the transfers libcurl is moving.
+	int32 MaxConnectionsPerHost = 0;
 	std::vector<std::unique_ptr<FHttpTransfer>> Active;
 
 	std::atomic<int64> BufferedBytes{0};

@@ -70,7 +70,13 @@ bool FHttpManager::StartRequest(const TSharedRef<FCurlHttpRequest, ESPMode::Thre
 	Transfer->Verb = ToUtf8(Request->GetVerb());
 	for (const FString& Line : Request->GetAllHeaders())
 	{
-		Transfer->HeaderLines.push_back(ToUtf8(Line));
+		std::string Header = ToUtf8(Line);
+		// libcurl drops "Name: " with nothing after it; "Name;" sends the header with an empty value.
+		if (Header.size() >= 2 && Header.compare(Header.size() - 2, 2, ": ") == 0)
+		{
+			Header.replace(Header.size() - 2, 2, ";");
+		}
+		Transfer->HeaderLines.push_back(MoveTemp(Header));
 	}
 	Transfer->Body = Request->GetContent();
 	Transfer->TimeoutSeconds = Request->GetTimeout();
@@ -78,6 +84,7 @@ bool FHttpManager::StartRequest(const TSharedRef<FCurlHttpRequest, ESPMode::Thre
 	Transfer->InactivityTimeoutSeconds = Settings.InactivityTimeoutSeconds;
 	Transfer->MaxResponseBytes = FMath::Clamp<int64>(Settings.MaxResponseBytes, 0, MAX_int32);
 	Transfer->MaxRedirects = Settings.MaxRedirects;
+	Transfer->MaxConnectionsPerHost = FMath::Max(1, Settings.MaxConnectionsPerHost);
 	Transfer->CaFile = ToUtf8(Settings.CaFile);
 	OutTransferId = Transfer->Id;
 	++RequestsInFlight;

@@ -29,6 +29,7 @@ struct FHttpTransfer
 	int32 InactivityTimeoutSeconds = 0;
 	int64 MaxResponseBytes = 0;
 	int32 MaxRedirects = 0;
+	int32 MaxConnectionsPerHost = 0;
 	std::string CaFile;
 	// Never sent (empty URL): completes at once, without a response.
 	bool bNotSent = false;

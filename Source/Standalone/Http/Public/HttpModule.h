@@ -33,6 +33,12 @@ struct FHttpTransportSettings
 	int32 InactivityTimeoutSeconds = 10;
 	/** A response body larger than this fails the request, and no more than this is ever held for it. */
 	int64 MaxResponseBytes = 64 * 1024 * 1024;
+	/**
+	 * Connections open at once to one host and port; further requests wait for one to be free,
+	 * and their own timeout includes the wait. Keeps a burst of requests from overrunning a
+	 * server's accept queue.
+	 */
+	int32 MaxConnectionsPerHost = 32;
 	/** Redirects followed per request; one more fails it. */
 	int32 MaxRedirects = 8;
 	/** A PEM file of the certificate authorities to trust instead of the system's store; empty: the system's store. */

@@ -1,0 +1,360 @@
+// The three-file download over loopback: the module's UZnDM_TTSHttpDownload (through the HTTP
+// module's worker thread and the game-thread tick) against libcurl alone fetching the same three
+// files in parallel with a multi handle, both from the local service in this process. Each
+// contender's files are compared with the hosted ones before it is timed; a mismatch stops the
+// program with an error. Then the heap the module holds is measured with 1 to 200 downloads in
+// flight at once.
+//
+// Run: ZnHttpBenchmarks [--benchmark_filter=...]; the ratio and the memory table follow Google
+// Benchmark's table. Times are wall-clock (the work is waiting on sockets).
+#include "ZnCountingAllocator.h"
+
+#include "HttpManager.h"
+#include "HttpModule.h"
+#include "UObject/GarbageCollection.h"
+#include "UObject/Package.h"
+#include "UObject/StrongObjectPtr.h"
+#include "ZnDM_TTSHttpDownload.h"
+#include "ZnLocalService.h"
+
+#include <benchmark/benchmark.h>
+#include <curl/curl.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+// Receives the download's delegate.
+class UZnBenchListener : public UObject
+{
+	DECLARE_CLASS_INTRINSIC(UZnBenchListener, UObject, CLASS_None, TEXT("/Script/ZnHttpBenchmarks"))
+public:
+	int32 Calls = 0;
+	bool bAll = false;
+	// Copies are kept only for the check: while timed, the listener reads the results in place, as
+	// the baseline does.
+	bool bKeep = false;
+	TArray<uint8> Audio;
+	FString Face;
+	FString Body;
+	void OnThreeFiles(bool audioRet, const TArray<uint8>& audioBytes, bool faceRet, const FString& faceJson,
+		bool bodyRet, const FString& bodyJson)
+	{
+		++Calls;
+		bAll = audioRet && faceRet && bodyRet;
+		if (bKeep)
+		{
+			Audio = audioBytes;
+			Face = faceJson;
+			Body = bodyJson;
+		}
+	}
+};
+IMPLEMENT_INTRINSIC_CLASS(UZnBenchListener, , UObject, COREUOBJECT_API, "/Script/ZnHttpBenchmarks", {})
+
+namespace
+{
+std::unique_ptr<FZnLocalService> Service;
+std::string Urls[3];
+std::string Contents[3];
+
+[[noreturn]] void Fail(const std::string& Message)
+{
+	std::fprintf(stderr, "error: %s\n", Message.c_str());
+	std::exit(1);
+}
+
+FString Widen(const std::string& Utf8)
+{
+	const FUTF8ToTCHAR Converted(Utf8.data(), int32(Utf8.size()));
+	return FString(Converted.Length(), Converted.Get());
+}
+
+std::string Narrow(const FString& Text)
+{
+	const FTCHARToUTF8 Utf8(*Text, Text.Len());
+	return std::string(Utf8.Get(), size_t(Utf8.Length()));
+}
+
+// A speech file of about 5 s (16 kHz, 16 bit) and motion texts of a realistic size.
+void PrepareService()
+{
+	FZnLocalServiceConfig Config;
+	Config.LogLine = [](const std::string&) {};
+	Config.WorkerThreads = 64;
+	Service = std::make_unique<FZnLocalService>(Config);
+	std::string Error;
+	if (!Service->Start(Error))
+	{
+		Fail("the local service did not start: " + Error);
+	}
+	std::mt19937 Random(7);
+	std::uniform_int_distribution<int> Byte(0, 255);
+	Contents[0].resize(160000);
+	for (char& Each : Contents[0])
+	{
+		Each = char(Byte(Random));
+	}
+	for (int32 Index = 1; Index < 3; ++Index)
+	{
+		std::string Text = "{\"frames\":[";
+		std::uniform_real_distribution<double> Value(-1.0, 1.0);
+		while (Text.size() < (Index == 1 ? 120000u : 400000u))
+		{
+			Text += std::to_string(Value(Random)) + ",";
+		}
+		Text += "0]}";
+		Contents[Index] = Text;
+	}
+	const char* Names[3] = {"bench.wav", "bench_face.json", "bench_body.json"};
+	for (int32 Index = 0; Index < 3; ++Index)
+	{
+		Urls[Index] =
+			Service->HostFile(Names[Index], std::vector<uint8_t>(Contents[Index].begin(), Contents[Index].end()));
+	}
+}
+
+size_t Append(char* Data, size_t Size, size_t Count, void* User)
+{
+	static_cast<std::string*>(User)->append(Data, Size * Count);
+	return Size * Count;
+}
+
+// The baseline: the three files in parallel with libcurl's multi interface on this thread.
+void CurlAlone(std::string (&Out)[3])
+{
+	CURLM* Multi = curl_multi_init();
+	CURL* Easy[3];
+	for (int32 Index = 0; Index < 3; ++Index)
+	{
+		Out[Index].clear();
+		Easy[Index] = curl_easy_init();
+		curl_easy_setopt(Easy[Index], CURLOPT_URL, Urls[Index].c_str());
+		curl_easy_setopt(Easy[Index], CURLOPT_WRITEFUNCTION, &Append);
+		curl_easy_setopt(Easy[Index], CURLOPT_WRITEDATA, &Out[Index]);
+		curl_easy_setopt(Easy[Index], CURLOPT_NOSIGNAL, 1L);
+		curl_multi_add_handle(Multi, Easy[Index]);
+	}
+	int Running = 1;
+	while (Running > 0)
+	{
+		curl_multi_perform(Multi, &Running);
+		if (Running > 0)
+		{
+			curl_multi_poll(Multi, nullptr, 0, 1000, nullptr);
+		}
+	}
+	for (CURL* Each : Easy)
+	{
+		curl_multi_remove_handle(Multi, Each);
+		curl_easy_cleanup(Each);
+	}
+	curl_multi_cleanup(Multi);
+}
+
+// The module: one download object, its completion delivered by ticking the HTTP manager.
+void ThroughModule(UZnBenchListener* Listener)
+{
+	Listener->Calls = 0;
+	UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
+	Download->OnCompleted.AddDynamic(Listener, &UZnBenchListener::OnThreeFiles);
+	Download->DoDownload(Widen(Urls[0]), Widen(Urls[1]), Widen(Urls[2]), false);
+	if (!FHttpModule::Get().GetHttpManager().TickUntil([Listener]() { return Listener->Calls > 0; }, 30.0))
+	{
+		Fail("the module's download did not complete");
+	}
+}
+
+void CheckBaseline()
+{
+	std::string Got[3];
+	CurlAlone(Got);
+	for (int32 Index = 0; Index < 3; ++Index)
+	{
+		if (Got[Index] != Contents[Index])
+		{
+			Fail("libcurl alone did not fetch " + Urls[Index] + " exactly");
+		}
+	}
+}
+
+void CheckModule(UZnBenchListener* Listener)
+{
+	Listener->bKeep = true;
+	ThroughModule(Listener);
+	Listener->bKeep = false;
+	const std::string Audio(reinterpret_cast<const char*>(Listener->Audio.GetData()), size_t(Listener->Audio.Num()));
+	if (!Listener->bAll || Audio != Contents[0] || Narrow(Listener->Face) != Contents[1] ||
+		Narrow(Listener->Body) != Contents[2])
+	{
+		Fail("the module's download differs from the hosted files");
+	}
+}
+
+void ThreeFiles_CurlAlone(benchmark::State& State)
+{
+	CheckBaseline();
+	std::string Got[3];
+	for (auto _ : State)
+	{
+		CurlAlone(Got);
+		benchmark::DoNotOptimize(Got[0].data());
+	}
+	State.SetBytesProcessed(
+		int64(State.iterations()) * int64(Contents[0].size() + Contents[1].size() + Contents[2].size()));
+}
+BENCHMARK(ThreeFiles_CurlAlone)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// The baseline plus what the module's result must be: the two motion files as engine text.
+void ThreeFiles_CurlAloneAsText(benchmark::State& State)
+{
+	CheckBaseline();
+	std::string Got[3];
+	for (auto _ : State)
+	{
+		CurlAlone(Got);
+		const FString Face = Widen(Got[1]);
+		const FString Body = Widen(Got[2]);
+		benchmark::DoNotOptimize(Face.Len() + Body.Len());
+	}
+	State.SetBytesProcessed(
+		int64(State.iterations()) * int64(Contents[0].size() + Contents[1].size() + Contents[2].size()));
+}
+BENCHMARK(ThreeFiles_CurlAloneAsText)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void ThreeFiles_Module(benchmark::State& State)
+{
+	TStrongObjectPtr<UZnBenchListener> Listener(NewObject<UZnBenchListener>(GetTransientPackage()));
+	CheckModule(Listener.Get());
+	for (auto _ : State)
+	{
+		ThroughModule(Listener.Get());
+	}
+	State.SetBytesProcessed(
+		int64(State.iterations()) * int64(Contents[0].size() + Contents[1].size() + Contents[2].size()));
+	CollectGarbage();
+}
+BENCHMARK(ThreeFiles_Module)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+class FZnBestTimeReporter : public benchmark::ConsoleReporter
+{
+public:
+	std::map<std::string, double> Best;
+
+	void ReportRuns(const std::vector<Run>& Reports) override
+	{
+		for (const Run& R : Reports)
+		{
+			if (R.run_type == Run::RT_Iteration && !R.error_occurred && R.iterations > 0)
+			{
+				const double Seconds = R.real_accumulated_time / double(R.iterations);
+				const auto Found = Best.find(R.run_name.function_name);
+				if (Found == Best.end() || Seconds < Found->second)
+				{
+					Best[R.run_name.function_name] = Seconds;
+				}
+			}
+		}
+		ConsoleReporter::ReportRuns(Reports);
+	}
+};
+
+// Heap held with Count three-file downloads in flight at once, from start to the last delegate.
+void PrintMemoryGrowth()
+{
+	std::printf("\nHeap held with N three-file downloads in flight (files: %zu + %zu + %zu bytes)\n",
+		Contents[0].size(), Contents[1].size(), Contents[2].size());
+	std::printf("%6s %16s %16s %18s\n", "N", "peak heap (KiB)", "per download", "transport peak");
+	for (int32 Count : {1, 10, 50, 100, 200})
+	{
+		std::vector<TStrongObjectPtr<UZnBenchListener>> Listeners;
+		for (int32 Index = 0; Index < Count; ++Index)
+		{
+			Listeners.emplace_back(NewObject<UZnBenchListener>(GetTransientPackage()));
+		}
+		CollectGarbage();
+		FHttpModule::Get().GetHttpManager().ResetPeakStats();
+		const size_t Before = ZnCountingAllocator::LiveBytes();
+		ZnCountingAllocator::ResetPeak();
+		for (int32 Index = 0; Index < Count; ++Index)
+		{
+			UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
+			Download->OnCompleted.AddDynamic(Listeners[size_t(Index)].Get(), &UZnBenchListener::OnThreeFiles);
+			Download->DoDownload(Widen(Urls[0]), Widen(Urls[1]), Widen(Urls[2]), false);
+		}
+		const bool bDone = FHttpModule::Get().GetHttpManager().TickUntil(
+			[&]()
+			{
+				for (const TStrongObjectPtr<UZnBenchListener>& Listener : Listeners)
+				{
+					if (Listener->Calls == 0)
+					{
+						return false;
+					}
+				}
+				return true;
+			},
+			60.0);
+		if (!bDone)
+		{
+			Fail("downloads in flight did not complete");
+		}
+		const double Peak = double(ZnCountingAllocator::PeakBytes() - Before);
+		std::printf("%6d %16.0f %16.0f %18lld\n", Count, Peak / 1024.0, Peak / 1024.0 / Count,
+			(long long)FHttpModule::Get().GetHttpManager().GetTransportStats().PeakBufferedBytes / 1024);
+		Listeners.clear();
+		CollectGarbage();
+	}
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+	std::vector<char*> Arguments(argv, argv + argc);
+	std::string Repetitions = "--benchmark_repetitions=5";
+	std::string Interleaving = "--benchmark_enable_random_interleaving=true";
+	bool bRepetitionsGiven = false;
+	for (int Index = 1; Index < argc; ++Index)
+	{
+		bRepetitionsGiven |= std::string(argv[Index]).rfind("--benchmark_repetitions", 0) == 0;
+	}
+	if (!bRepetitionsGiven)
+	{
+		Arguments.push_back(Repetitions.data());
+		Arguments.push_back(Interleaving.data());
+	}
+	argc = int(Arguments.size());
+	argv = Arguments.data();
+	benchmark::Initialize(&argc, argv);
+	if (benchmark::ReportUnrecognizedArguments(argc, argv))
+	{
+		return 1;
+	}
+	PrepareService();
+	FZnBestTimeReporter Reporter;
+	benchmark::RunSpecifiedBenchmarks(&Reporter);
+	benchmark::Shutdown();
+	const auto AsText = Reporter.Best.find("ThreeFiles_CurlAloneAsText");
+	const auto Module = Reporter.Best.find("ThreeFiles_Module");
+	const auto Curl = Reporter.Best.find("ThreeFiles_CurlAlone");
+	if (Module != Reporter.Best.end() && Curl != Reporter.Best.end())
+	{
+		std::printf(
+			"\nThree-file download, module time / libcurl alone: %.3f (target <= 1.2), best of the repetitions: "
+			"%.3f ms / %.3f ms\n",
+			Module->second / Curl->second, Module->second * 1000.0, Curl->second * 1000.0);
+	}
+	if (Module != Reporter.Best.end() && AsText != Reporter.Best.end())
+	{
+		std::printf("Three-file download, module time / libcurl alone with the texts widened: %.3f (for "
+					"information), %.3f ms\n",
+			Module->second / AsText->second, AsText->second * 1000.0);
+	}
+	PrintMemoryGrowth();
+	Service->Stop();
+	return 0;
+}
