@@ -194,13 +194,19 @@ TEST_F(FZnRoadTest, ServiceRefusalsReachTheDelegate)
 {
 	FZnRoadService Local;
 	ASSERT_TRUE(Local.Service);
-	// Through GetAppToken a refusal (status 401) is reported by its status.
+	// The token path answers a refusal under status 200, so GetAppToken delivers the whole envelope.
 	const UZnRoadListener::FText Wrong =
 		FetchToken(Listener.Get(), Local.UrlText("/users/getAppToken"), TEXT("demo"), TEXT("wrong-secret"));
 	EXPECT_FALSE(Wrong.bOk);
-	EXPECT_EQ(Wrong.Text, TEXT("request error, response code:401"));
+	EXPECT_NE(ZnUtf8(Wrong.Text).find("\"code\":10003"), std::string::npos) << ZnUtf8(Wrong.Text);
+	EXPECT_NE(ZnUtf8(Wrong.Text).find("wrong secret for appid \"demo\""), std::string::npos) << ZnUtf8(Wrong.Text);
+	const UZnRoadListener::FText Unknown =
+		FetchToken(Listener.Get(), Local.UrlText("/users/getAppToken"), TEXT("nobody"), TEXT("demo-secret"));
+	EXPECT_FALSE(Unknown.bOk);
+	EXPECT_NE(ZnUtf8(Unknown.Text).find("\"code\":10002"), std::string::npos) << ZnUtf8(Unknown.Text);
 
-	// Sent as a plain request, the service's own code and message arrive in full.
+	// A stale timestamp cannot come from GetAppToken, which stamps the present: the same query
+	// built by hand is sent as a plain request, and the service's code and message arrive in full.
 	const auto Ask = [&](const std::string& Secret, const std::string& Timestamp)
 	{
 		const std::string Query = "?appid=demo&secret=" + Secret + "&timestamp=" + Timestamp +

@@ -448,7 +448,7 @@ TEST_F(ZnMotionPath, EveryRequestIsOneLogLine)
 	// The token fetched for the last request is one more.
 	ASSERT_EQ(Lines.size(), 4u);
 	EXPECT_EQ(Service->RequestCount(), 4u);
-	EXPECT_EQ(Lines[0].rfind("GET /users/getAppToken -> 400 code 10001", 0), 0u) << Lines[0];
+	EXPECT_EQ(Lines[0].rfind("GET /users/getAppToken -> 200 code 10001", 0), 0u) << Lines[0];
 	EXPECT_EQ(Lines[1].rfind("GET /nowhere -> 404 code 10011", 0), 0u) << Lines[1];
 	EXPECT_EQ(Lines[3].rfind("POST /v3.0/api/textBroadcastMotion -> 200 code 0", 0), 0u) << Lines[3];
 }

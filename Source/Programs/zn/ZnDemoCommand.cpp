@@ -231,35 +231,6 @@ struct FZnDemoRun
 	FStandaloneEngineLoop Loop;
 	FJson Steps = FJson::object();
 
-	// Why the token request failed, in the service's words. The token object reports only the HTTP
-	// status of a refusal, so the same signed URL is asked again with a plain request, whose
-	// completion carries the body of any status.
-	std::string TokenFailure(const UZnDM_HttpRequest& TokenRequest, const std::string& Reported)
-	{
-		if (Reported.rfind("request error", 0) != 0)
-		{
-			return ServiceVerdict(Reported);
-		}
-		UZnDM_HttpRequest* Again = UZnDM_HttpRequest::CreateHttpRequest();
-		bool bDone = false, bOk = false;
-		std::string Body;
-		Again->OnCompleted.AddStandaloneLambda(
-			[&](bool bAnswered, const FString& Text)
-			{
-				bDone = true;
-				bOk = bAnswered;
-				Body = ToUtf8(Text);
-			});
-		Again->DoRequestEasy(FString(), TokenRequest.mContent, FString(), ZnDM_HttpVerb::GET, false, 10);
-		if (!TickUntil(
-				Loop, Progress, [&] { return bDone; }, 15.0) ||
-			!bOk)
-		{
-			return Reported;
-		}
-		return ServiceVerdict(Body) + " (" + Reported + ")";
-	}
-
 	int Fail(const std::string& Step, const std::string& Why)
 	{
 		Progress.End(false);
@@ -320,7 +291,10 @@ struct FZnDemoRun
 		}
 		if (!bTokenOk)
 		{
-			return Fail("GetAppToken", TokenFailure(*TokenRequest, TokenBody));
+			// A refusal arrives as the service's envelope; a transport failure or another status as
+			// "request error, response code:N".
+			return Fail(
+				"GetAppToken", TokenBody.rfind("request error", 0) == 0 ? TokenBody : ServiceVerdict(TokenBody));
 		}
 		// The request object hands over the token itself, or the whole answer when it has none.
 		const std::string Token = TokenBody;

@@ -619,7 +619,19 @@ FZnServiceAnswer FZnServiceHandler::Handle(const FZnServiceRequest& Request)
 	}
 	if (Path == TokenPath)
 	{
-		return bGetOrPost ? Routes.Token(Request) : NotAllowed("GET or POST");
+		if (!bGetOrPost)
+		{
+			return NotAllowed("GET or POST");
+		}
+		// A token client reads the refusal from the envelope of a 2xx answer (any other status
+		// is reported by its number alone), so the token path answers its refusals with 200 and
+		// lets the non-zero code say what was wrong.
+		FZnServiceAnswer Answer = Routes.Token(Request);
+		if (Answer.Code != 0)
+		{
+			Answer.Status = 200;
+		}
+		return Answer;
 	}
 	if (Path == FZnLocalService::SpeechPath)
 	{
