@@ -1,2 +1,2 @@
-# zn serve runs the local stand-in for the motion service.
-target_link_libraries(${ZnTarget} PRIVATE ZnLocalService)
+# zn serve runs the local stand-in for the motion service, speaking with ZnSpeech by default.
+target_link_libraries(${ZnTarget} PRIVATE ZnLocalService ZnSpeech)

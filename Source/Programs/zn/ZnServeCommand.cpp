@@ -4,6 +4,7 @@
 #include "ZnCommand.h"
 #include "ZnExit.h"
 #include "ZnLocalService.h"
+#include "ZnSpeechContentSource.h"
 
 #include <csignal>
 #include <memory>
@@ -23,6 +24,7 @@ struct FZnServeOptions
 	std::string TlsKey;
 	std::string Fault;
 	bool bAllowRemoteAudio = false;
+	std::string Content = "speech";
 };
 
 // "ID:SECRET" split at the first colon; false for a missing colon or an empty id.
@@ -48,6 +50,12 @@ int RunServe(const FZnServeOptions& Options, ZnCommandContext& Ctx)
 	Config.TlsKeyFile = Options.TlsKey;
 	Config.DefaultFault = Options.Fault;
 	Config.bAllowRemoteAudio = Options.bAllowRemoteAudio;
+	// Real speech by default, so a client sees what zn demo shows; the motion generator's clips
+	// (a tone for audio) are quicker when only the transport matters.
+	if (Options.Content == "speech")
+	{
+		Config.Content = MakeSpeechContentSource();
+	}
 	for (const std::string& Text : Options.Apps)
 	{
 		FZnLocalServiceApp App;
@@ -117,6 +125,11 @@ ZnCommandRegistrar Registrar("serve", "Run the local stand-in for the motion ser
 		Cmd.add_option("--fault", Options->Fault,
 			"A fault for every request: delay=<ms>, status=<code>, drop, truncate, malformed, code=<n>, stall, "
 			"restatus=<code>, reply=<name>");
+		Cmd.add_option("--content", Options->Content,
+			   "What the service generates: speech (espeak-ng speech with a face and body that follow it) or "
+			   "motion (generated clips and a tone)")
+			->transform(CLI::IsMember({"speech", "motion"}))
+			->capture_default_str();
 		Cmd.add_flag("--allow-remote-audio", Options->bAllowRemoteAudio,
 			"Voice requests may name audio URLs this service does not host");
 		return [Options, &Ctx]() { return RunServe(*Options, Ctx); };
