@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <cstring>
@@ -86,7 +87,22 @@ protected:
 		const int64_t Frames =
 			static_cast<int64_t>(std::floor(std::max(Face.totalTime, Body.totalTime) * 30.0f + 1e-4f)) + 1;
 		EXPECT_EQ(Summary["samples"].get<int64_t>(), Frames * (51 + Body.BoneCurves.Num()));
-		EXPECT_NE(Run.Out.find("Wrote audio.wav, face.json, body.json, summary.json"), std::string::npos) << Run.Out;
+		EXPECT_NE(Run.Out.find("Wrote audio.wav, face.json, body.json, body.bvh, face.csv, index.html, summary.json"),
+			std::string::npos)
+			<< Run.Out;
+
+		// The exports beside them: one BVH line and one CSV row per frame, and the page.
+		const std::string Bvh = ReadAll(PathOf("body.bvh"));
+		const size_t FramesAt = Bvh.find("Frames: ");
+		ASSERT_NE(FramesAt, std::string::npos);
+		EXPECT_EQ(std::stoi(Bvh.substr(FramesAt + 8)), Body.BoneFrames[0].Num());
+		EXPECT_NE(Bvh.find("Frame Time: 0.0333333"), std::string::npos);
+		const std::string Csv = ReadAll(PathOf("face.csv"));
+		EXPECT_EQ(std::count(Csv.begin(), Csv.end(), '\n'), Face.CurveFrames[0].Num() + 1);
+		EXPECT_EQ(Csv.rfind("Timecode,BlendShapeCount,", 0), 0u);
+		const std::string Page = ReadAll(PathOf("index.html"));
+		EXPECT_NE(Page.find("data:audio/wav;base64,"), std::string::npos);
+		EXPECT_TRUE(Summary["seconds"].contains("export"));
 	}
 };
 } // namespace

@@ -10,10 +10,13 @@
 #include "ZnExit.h"
 
 #include "Engine/StandaloneEngineLoop.h"
+#include "ZnBvhWriter.h"
 #include "ZnDM_BpFuncLib.h"
 #include "ZnDM_HttpRequest.h"
 #include "ZnDM_TTSHttpDownload.h"
+#include "ZnFaceCsvWriter.h"
 #include "ZnLocalService.h"
+#include "ZnPreviewPage.h"
 #include "ZnQuatCurve.h"
 #include "ZnSpeechContentSource.h"
 #include "ZnWavFile.h"
@@ -445,6 +448,22 @@ struct FZnDemoRun
 		}
 		Steps["sample"] = Progress.End(true);
 
+		// The same clips for tools outside the engine, and a page to look at them with the sound.
+		Progress.Begin("[+] body.bvh, face.csv and index.html");
+		std::string ExportError;
+		FZnPreviewInput Preview;
+		Preview.Body = &BodyData;
+		Preview.Face = &Face;
+		Preview.Audio = AudioBytes;
+		Preview.Title = Options.Text;
+		if (!FZnBvhWriter::WriteFile(BodyData, (Dir / "body.bvh").string(), ExportError) ||
+			!FZnFaceCsvWriter::WriteFile(Face, &BodyData, (Dir / "face.csv").string(), ExportError) ||
+			!FZnPreviewPage::Write(Preview, Dir.string(), ExportError))
+		{
+			return Fail("export", ExportError);
+		}
+		Steps["export"] = Progress.End(true);
+
 		// Summary.
 		FZnPcmAudio Audio;
 		std::string AudioError;
@@ -486,7 +505,9 @@ struct FZnDemoRun
 			BodyData.BoneCurves.Num(), BodyData.totalTime);
 		ZnPrint(Ctx.Out, "Sampled %lld values over %d frames; jaw open %.0f %% at most\n",
 			static_cast<long long>(Samples), SampleFrames, JawPeak * 100.0);
-		ZnPrint(Ctx.Out, "Wrote audio.wav, face.json, body.json, summary.json to %s (%.2f s in all)\n",
+		ZnPrint(Ctx.Out,
+			"Wrote audio.wav, face.json, body.json, body.bvh, face.csv, index.html, summary.json to %s (%.2f s in "
+			"all)\n",
 			Options.OutputDir.c_str(), Total);
 		if (Service)
 		{
@@ -502,7 +523,8 @@ ZnCommandRegistrar Registrar("demo", "Say a sentence and bring back its audio, f
 		auto Options = std::make_shared<FZnDemoOptions>();
 		auto Seed = std::make_shared<uint64_t>(0);
 		Cmd.add_option("text", Options->Text, "What to say (default: a short English greeting)");
-		Cmd.add_option("-o,--output", Options->OutputDir, "Folder for audio.wav, face.json, body.json, summary.json")
+		Cmd.add_option("-o,--output", Options->OutputDir,
+			   "Folder for audio.wav, face.json, body.json, body.bvh, face.csv, index.html, summary.json")
 			->capture_default_str();
 		Cmd.add_option("--endpoint", Options->Endpoint,
 			"Base URL of a running service (zn serve or a deployment) instead of the in-process one");
