@@ -9,6 +9,10 @@ packages=(
 	libsimdjson-dev nlohmann-json3-dev libcli11-dev
 	libgtest-dev libgmock-dev libbenchmark-dev
 	libssl-dev libdw-dev
+	libfast-float-dev
+	# The portability presets (scripts/portability.sh): arm64 cross build under qemu, clang with
+	# libc++, and GoogleTest's source to build it against libc++.
+	g++-aarch64-linux-gnu qemu-user libc++-14-dev libc++abi-14-dev googletest
 )
 
 missing=()
