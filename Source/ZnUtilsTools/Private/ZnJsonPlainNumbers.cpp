@@ -37,7 +37,6 @@ const char* ParsePlainNumberByWords(const char* Text, FPlainDecimal& OutNumber)
 	}
 	return ComposeNumber(bNegative, Mantissa, Exponent, OutNumber) ? Text : nullptr;
 }
-
 } // namespace NumberParts
 
 namespace
