@@ -40,7 +40,8 @@ Packages+=("$@")
 mkdir -p "$Sysroot"
 Sysroot="$(cd "$Sysroot" && pwd)"
 Stamp="$Sysroot/.packages"
-Wanted="$(printf '%s\n' "${Packages[@]}")"
+# The stamp names the layout too, so that a change to how the folder is laid out redoes it.
+Wanted="$(printf 'layout 2\n%s\n' "${Packages[@]}")"
 if [ -f "$Stamp" ] && [ "$(cat "$Stamp")" = "$Wanted" ]; then
 	exit 0
 fi
@@ -101,4 +102,10 @@ find "$Sysroot" -type l -lname '/*' | while read -r Link; do
 	Target="$(readlink "$Link")"
 	ln -sfn "$(realpath -m --relative-to="$(dirname "$Link")" "$Sysroot$Target")" "$Link"
 done
+# Debian keeps architecture-specific headers (OpenSSL's configuration, for one) in
+# usr/include/aarch64-linux-gnu, which a native compiler searches by itself and a cross compiler
+# does not: they join the common headers, which the toolchain file puts on the search path.
+if [ -d "$Sysroot/usr/include/aarch64-linux-gnu" ]; then
+	cp -rn "$Sysroot/usr/include/aarch64-linux-gnu/." "$Sysroot/usr/include/"
+fi
 echo "$Wanted" > "$Stamp"
