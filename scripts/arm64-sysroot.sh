@@ -41,7 +41,7 @@ mkdir -p "$Sysroot"
 Sysroot="$(cd "$Sysroot" && pwd)"
 Stamp="$Sysroot/.packages"
 # The stamp names the layout too, so that a change to how the folder is laid out redoes it.
-Wanted="$(printf 'layout 2\n%s\n' "${Packages[@]}")"
+Wanted="$(printf 'layout 3\n%s\n' "${Packages[@]}")"
 if [ -f "$Stamp" ] && [ "$(cat "$Stamp")" = "$Wanted" ]; then
 	exit 0
 fi
@@ -105,6 +105,11 @@ done
 # Debian keeps architecture-specific headers (OpenSSL's configuration, for one) in
 # usr/include/aarch64-linux-gnu, which a native compiler searches by itself and a cross compiler
 # does not: they join the common headers, which the toolchain file puts on the search path.
+# Some libraries still install into /lib, which Debian merges into /usr/lib on a real system:
+# the sysroot gets the same single library folder, where the linker and qemu look.
+if [ -d "$Sysroot/lib/aarch64-linux-gnu" ]; then
+	cp -an "$Sysroot/lib/aarch64-linux-gnu/." "$Sysroot/usr/lib/aarch64-linux-gnu/"
+fi
 if [ -d "$Sysroot/usr/include/aarch64-linux-gnu" ]; then
 	cp -rn "$Sysroot/usr/include/aarch64-linux-gnu/." "$Sysroot/usr/include/"
 fi
