@@ -29,8 +29,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(ENV{PKG_CONFIG_LIBDIR} "${ZnArm64Libraries}/pkgconfig:${ZN_ARM64_SYSROOT}/usr/share/pkgconfig")
-set(ENV{PKG_CONFIG_SYSROOT_DIR} "${ZN_ARM64_SYSROOT}")
+# pkg-config looks in the sysroot only: the arm64 preset sets PKG_CONFIG_LIBDIR and
+# PKG_CONFIG_SYSROOT_DIR in its environment (CMake runs pkg-config with the environment it started with).
 
 # The sysroot's headers and libraries stand where /usr/include and /usr/lib are for a native build:
 # searched after the toolchain's own, and libraries' own dependencies found there when linking.
