@@ -26,7 +26,7 @@ export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER:-$(command -v 
 export CMAKE_C_COMPILER_LAUNCHER="${CMAKE_C_COMPILER_LAUNCHER:-$(command -v ccache || true)}"
 
 # Whole-suite times measured on a 2-core machine (docs/portability.md), with some headroom.
-ZN_SUITE_SECONDS_arm64="${ZN_SUITE_SECONDS_arm64:-2400}"
+ZN_SUITE_SECONDS_arm64="${ZN_SUITE_SECONDS_arm64:-1200}"
 ZN_SUITE_SECONDS_libcxx="${ZN_SUITE_SECONDS_libcxx:-600}"
 
 Step()
