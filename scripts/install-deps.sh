@@ -12,6 +12,10 @@ packages=(
 	chromium python3
 	libcpp-httplib-dev curl openssl libcurl4-openssl-dev
 	libespeak-ng-dev espeak-ng-data
+	libfast-float-dev
+	# The portability presets (scripts/portability.sh): arm64 cross build under qemu, clang with
+	# libc++, and GoogleTest's source to build it against libc++.
+	g++-aarch64-linux-gnu qemu-user libc++-14-dev libc++abi-14-dev googletest
 )
 
 missing=()

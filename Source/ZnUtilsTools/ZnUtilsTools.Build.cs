@@ -13,10 +13,15 @@ public class ZnUtilsTools : ModuleRules
 			"Core",
 			"CoreUObject",
 			"Engine",
-			"HTTP",
-			"Json",
-			// The JSON decoders read with simdjson; see Source/ThirdParty/simdjson/simdjson.Build.cs.
-			"simdjson"
+			"HTTP"
+		});
+
+		// The JSON decoders read with simdjson and fast_float; no public header includes either, so
+		// modules that depend on this one need neither. See the two modules under Source/ThirdParty.
+		PrivateDependencyModuleNames.AddRange(new string[]
+		{
+			"simdjson",
+			"fast_float"
 		});
 	}
 }

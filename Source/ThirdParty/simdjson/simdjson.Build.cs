@@ -3,8 +3,13 @@
 // in Source/ThirdParty/simdjson/include before building the plugin, or points the
 // ZN_SIMDJSON_DIR environment variable at a folder holding them. The two files are compiled
 // into the module, so no separate library has to be built per platform.
+//
+// When they are missing, project files are still generated (a build tool exception here would
+// stop the generation for the user's whole project): a warning says what to do, and compiling
+// ZnUtilsTools stops at the first include with the same instructions (Private/ZnSimdjson.h).
 using System;
 using System.IO;
+using EpicGames.Core;
 using UnrealBuildTool;
 
 public class simdjson : ModuleRules
@@ -18,10 +23,12 @@ public class simdjson : ModuleRules
 		{
 			Root = Path.Combine(ModuleDirectory, "include");
 		}
-		if (!File.Exists(Path.Combine(Root, "simdjson.h")))
+		if (!File.Exists(Path.Combine(Root, "simdjson.h")) || !File.Exists(Path.Combine(Root, "simdjson.cpp")))
 		{
-			throw new BuildException("simdjson.h was not found in " + Root +
-				". Place simdjson 3.0.1's simdjson.h and simdjson.cpp there (see this file's header).");
+			Log.TraceWarning("Zenvora: simdjson 3.0.1 was not found in {0}. Place its simdjson.h and simdjson.cpp " +
+				"there, or set ZN_SIMDJSON_DIR to their folder, then build again.", Root);
+			PublicDefinitions.Add("ZN_SIMDJSON_MISSING=1");
+			return;
 		}
 
 		PublicSystemIncludePaths.Add(Root);

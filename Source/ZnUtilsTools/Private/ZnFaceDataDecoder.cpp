@@ -4,10 +4,7 @@
 #include "ZnJsonReader.h"
 #include "ZnJsonWindowReader.h"
 #include "ZnMotionDecoding.h"
-
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
+#include "ZnSimd.h"
 
 namespace
 {
@@ -16,31 +13,17 @@ using namespace simdjson;
 // Percent to 0..1 in single precision; "not at least 0" also catches NaN.
 inline float ToWeight(double Percent)
 {
-	const float Weight = float(Percent) * 0.01f;
-	return !(Weight >= 0.0f) ? 0.0f : (Weight >= 1.0f ? 1.0f : Weight);
+	return ZnSimd::Scalar::PercentToWeight(Percent);
 }
 
-// ToWeight over a frame, four weights at a time where the processor allows.
+// ToWeight over a frame, four weights at a time.
 void ToWeights(const double* Percents, int32 Count, float* OutWeights)
 {
 	int32 Index = 0;
-#if defined(__SSE2__) || defined(_M_X64)
-	const __m128 Hundredth = _mm_set1_ps(0.01f);
-	const __m128 Zero = _mm_setzero_ps();
-	const __m128 One = _mm_set1_ps(1.0f);
 	for (; Index + 4 <= Count; Index += 4)
 	{
-		// The same single-precision steps as ToWeight: convert, scale, then clamp, where a lane
-		// that is not at least 0 (NaN included) becomes 0 and one at least 1 becomes 1.
-		const __m128 Low = _mm_cvtpd_ps(_mm_loadu_pd(Percents + Index));
-		const __m128 High = _mm_cvtpd_ps(_mm_loadu_pd(Percents + Index + 2));
-		const __m128 Weight = _mm_mul_ps(_mm_movelh_ps(Low, High), Hundredth);
-		const __m128 AtLeastZero = _mm_and_ps(Weight, _mm_cmpge_ps(Weight, Zero));
-		const __m128 AtLeastOne = _mm_cmpge_ps(Weight, One);
-		_mm_storeu_ps(
-			OutWeights + Index, _mm_or_ps(_mm_andnot_ps(AtLeastOne, AtLeastZero), _mm_and_ps(AtLeastOne, One)));
+		ZnSimd::Native::PercentsToWeights4(Percents + Index, OutWeights + Index);
 	}
-#endif
 	for (; Index < Count; ++Index)
 	{
 		OutWeights[Index] = ToWeight(Percents[Index]);

@@ -25,7 +25,7 @@
 
 #include <string_view>
 
-#include <simdjson.h>
+#include "ZnSimdjson.h"
 
 enum class EZnJsonType : uint8
 {
@@ -72,6 +72,9 @@ void AppendUtf8(FString& Out, std::string_view Utf8);
 
 // An engine string from UTF-8 text.
 FString ToString(std::string_view Utf8);
+
+// Copies the leading ASCII units of UTF-16 text as bytes; returns how many there were.
+size_t ConvertAsciiPrefix(const TCHAR* In, size_t Length, char* Out);
 
 // UTF-16 to UTF-8; returns the end of what was written. Out must hold 3 bytes per input unit.
 // Lone surrogates become U+FFFD.
@@ -165,10 +168,16 @@ inline void SkipByteOrderMark(const char*& Bytes, size_t& Length)
 	}
 }
 
+// JSON's whitespace: space, line feed, carriage return and tab, nothing else.
+inline bool IsJsonSpace(char Char)
+{
+	return Char == ' ' || Char == '\n' || Char == '\r' || Char == '\t';
+}
+
 // The first byte from Text on that is not JSON whitespace, or End.
 inline const char* SkipJsonSpace(const char* Text, const char* End)
 {
-	while (Text != End && (*Text == ' ' || *Text == '\n' || *Text == '\r' || *Text == '\t'))
+	while (Text != End && IsJsonSpace(*Text))
 	{
 		++Text;
 	}

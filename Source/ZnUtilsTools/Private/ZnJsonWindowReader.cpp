@@ -3,16 +3,11 @@
 #include "ZnJsonReader.h"
 #include "ZnPaddedBuffer.h"
 
+#include "ZnSimd.h"
+
 #include <cstring>
 #include <memory>
 #include <utility>
-
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#define ZN_JSON_WINDOW_SSE2 1
-#else
-#define ZN_JSON_WINDOW_SSE2 0
-#endif
 
 // Two window buffers (the one being parsed and the next one, which starts with what followed
 // the cut) and the parser, kept per thread: decoding a clip after a clip allocates nothing.
@@ -27,11 +22,10 @@ struct FZnJsonWindowScratch
 	FZnPaddedBuffer& Filling() { return Buffers[Current]; }
 	FZnPaddedBuffer& Spare() { return Buffers[1 - Current]; }
 
-	// A text this large is rare; its buffers are not worth keeping for the rest of the thread's life.
 	void ReleaseIfLarge()
 	{
-		constexpr size_t KeepLimit = size_t(16) << 20;
-		if (Buffers[0].Capacity > KeepLimit || Buffers[1].Capacity > KeepLimit || Parser.capacity() > KeepLimit)
+		if (Buffers[0].Capacity > ZnScratchKeepLimit || Buffers[1].Capacity > ZnScratchKeepLimit ||
+			Parser.capacity() > ZnScratchKeepLimit)
 		{
 			Document = simdjson::ondemand::document();
 			Parser = simdjson::ondemand::parser();
@@ -43,10 +37,7 @@ struct FZnJsonWindowScratch
 
 namespace
 {
-inline bool IsJsonSpace(char Char)
-{
-	return Char == ' ' || Char == '\n' || Char == '\r' || Char == '\t';
-}
+using ZnJson::IsJsonSpace;
 
 // Free of separators: what may stand right before a comma that separates two values.
 inline bool EndsValue(char Char)
@@ -54,7 +45,6 @@ inline bool EndsValue(char Char)
 	return Char != '[' && Char != '{' && Char != ',' && Char != ':';
 }
 
-#if ZN_JSON_WINDOW_SSE2
 // Bit i set when an odd number of the bits 0..i are set: the inside of strings from their quotes.
 inline uint64 PrefixXor(uint64 Bits)
 {
@@ -79,22 +69,21 @@ struct FBlockMasks
 
 inline FBlockMasks ClassifyBlock(const char* Bytes)
 {
+	using namespace ZnSimd::Native;
 	FBlockMasks Masks;
 	for (int32 Part = 0; Part < 4; ++Part)
 	{
-		const __m128i Block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(Bytes + 16 * Part));
-		// '[' and '{' differ only in the 0x20 bit, as do ']' and '}'.
-		const __m128i Folded = _mm_or_si128(Block, _mm_set1_epi8(0x20));
+		const FBytes16 Block = Load16(Bytes + 16 * Part);
 		const int32 Shift = 16 * Part;
-		Masks.Backslashes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('\\'))))) << Shift;
-		Masks.Quotes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8('"'))))) << Shift;
-		Masks.Opens |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Folded, _mm_set1_epi8('{'))))) << Shift;
-		Masks.Closes |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Folded, _mm_set1_epi8('}'))))) << Shift;
-		Masks.Commas |= uint64(uint32(_mm_movemask_epi8(_mm_cmpeq_epi8(Block, _mm_set1_epi8(','))))) << Shift;
+		Masks.Backslashes |= uint64(EqualMask(Block, '\\')) << Shift;
+		Masks.Quotes |= uint64(EqualMask(Block, '"')) << Shift;
+		// '[' and '{' differ only in the 0x20 bit, as do ']' and '}'.
+		Masks.Opens |= uint64(FoldedEqualMask(Block, '{')) << Shift;
+		Masks.Closes |= uint64(FoldedEqualMask(Block, '}')) << Shift;
+		Masks.Commas |= uint64(EqualMask(Block, ',')) << Shift;
 	}
 	return Masks;
 }
-#endif
 } // namespace
 
 FZnJsonWindowReader::FZnJsonWindowReader() = default;
@@ -331,7 +320,6 @@ void FZnJsonWindowReader::ScanStructural(const char* Bytes, size_t Position)
 
 void FZnJsonWindowReader::ScanBlock(const char* Bytes, size_t Position)
 {
-#if ZN_JSON_WINDOW_SSE2
 	// Without backslashes the string state of every byte follows from the quotes alone, and only
 	// brackets and commas outside strings matter. Most blocks lie deep inside an element, where
 	// no comma can be a cut and no bracket changes what is tracked: there only the depth moves.
@@ -366,7 +354,6 @@ void FZnJsonWindowReader::ScanBlock(const char* Bytes, size_t Position)
 			return;
 		}
 	}
-#endif
 	for (size_t Index = 0; Index < ScanBlockBytes; ++Index)
 	{
 		ScanByte(Bytes, Position + Index);

@@ -28,7 +28,7 @@
 #include "CoreMinimal.h"
 #include "ZnThreadScratch.h"
 
-#include <simdjson.h>
+#include "ZnSimdjson.h"
 
 struct FZnJsonWindowScratch;
 

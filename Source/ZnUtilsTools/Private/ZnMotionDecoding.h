@@ -4,16 +4,11 @@
 #include "CoreMinimal.h"
 #include "Animation/AnimCurveTypes.h"
 #include "ZnJsonReader.h"
-
-#include <cmath>
+#include "ZnQuatMath.h"
 
 namespace ZnMotion
 {
-// Keys that land within this many seconds of an existing key replace it.
-constexpr float KeyTimeTolerance = 0.0001f;
-
-// Below this squared length a rotation is degenerate and read as the identity.
-constexpr double MinSquaredLength = double(1e-8f);
+using ZnQuatMath::KeyTimeTolerance;
 
 // Frame j of a 30 fps track, in seconds: the product in double, narrowed once.
 inline float FrameTime(uint64 FrameNumber)
@@ -36,13 +31,7 @@ inline FQuat ConvertRotation(float X, float Y, float Z, float W)
 	const double QY = double(X);
 	const double QZ = double(Y);
 	const double QW = double(W);
-	const double SquaredLength = QX * QX + QY * QY + QZ * QZ + QW * QW;
-	if (SquaredLength >= MinSquaredLength)
-	{
-		const double Length = std::sqrt(SquaredLength);
-		return FQuat(QX / Length, QY / Length, QZ / Length, QW / Length);
-	}
-	return FQuat(0.0, 0.0, 0.0, 1.0);
+	return ZnQuatMath::Normalized(QX, QY, QZ, QW);
 }
 
 // A service position in metres (already narrowed to float) in engine centimetres.

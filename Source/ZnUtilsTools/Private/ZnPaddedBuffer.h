@@ -6,7 +6,7 @@
 #include <cstring>
 #include <memory>
 
-#include <simdjson.h>
+#include "ZnSimdjson.h"
 
 struct FZnPaddedBuffer
 {

@@ -1,14 +1,13 @@
 #include "ZnQuatCurve.h"
 
+#include "ZnQuatMath.h"
+
 #include <cmath>
 
 namespace
 {
-// Every level of the halving search below the first decides "on a key" with this tolerance.
-constexpr float SearchTolerance = 0.0001f;
-
-// Below this squared length a rotation is treated as degenerate and replaced by the identity.
-constexpr double MinSquaredLength = double(1e-8f);
+// Every level of the halving search below the first decides "on a key" with the keys' tolerance.
+constexpr float SearchTolerance = ZnQuatMath::KeyTimeTolerance;
 
 // Spherical interpolation along the shorter arc, then normalisation. Kept to this exact sequence
 // of double operations so that results match bit for bit on every platform.
@@ -39,13 +38,7 @@ FQuat SlerpNormalized(const FQuat& A, const FQuat& B, double Alpha)
 	const double Y = Scale0 * A.Y + Scale1 * B.Y;
 	const double Z = Scale0 * A.Z + Scale1 * B.Z;
 	const double W = Scale0 * A.W + Scale1 * B.W;
-	const double SquaredLength = X * X + Y * Y + Z * Z + W * W;
-	if (SquaredLength >= MinSquaredLength)
-	{
-		const double Length = std::sqrt(SquaredLength);
-		return FQuat(X / Length, Y / Length, Z / Length, W / Length);
-	}
-	return FQuat(0.0, 0.0, 0.0, 1.0);
+	return ZnQuatMath::Normalized(X, Y, Z, W);
 }
 } // namespace
 

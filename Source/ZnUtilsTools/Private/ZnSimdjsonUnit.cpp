@@ -2,6 +2,8 @@
 // (see Source/ThirdParty/simdjson/simdjson.Build.cs). The standalone build links the system
 // library instead, so this unit is empty there.
 #if defined(ZN_SIMDJSON_SINGLE_HEADER) && ZN_SIMDJSON_SINGLE_HEADER
+#include "ZnSimdjson.h"
+
 THIRD_PARTY_INCLUDES_START
 #include "simdjson.cpp"
 THIRD_PARTY_INCLUDES_END

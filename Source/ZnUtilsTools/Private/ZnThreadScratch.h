@@ -3,6 +3,11 @@
 
 #include "CoreMinimal.h"
 
+// Buffers grown past this many bytes are dropped when their reader finishes rather than kept for
+// the thread's next text: a text that large is rare, and allocating afresh costs little beside
+// parsing it, while keeping the buffers would hold the memory for the rest of the thread's life.
+constexpr size_t ZnScratchKeepLimit = size_t(16) << 20;
+
 // Lends the calling thread's ScratchType to its holder, so that a stream of texts (one per
 // animation frame, say) reuses the same buffers instead of allocating for each. A second holder
 // on the same thread while the first is alive gets a private ScratchType, so readers can nest.

@@ -19,10 +19,11 @@ FString ZnTimeTools::FormatChinaDate(const FDateTime& date)
 
 FString ZnTimeTools::FormatChinaDate(int32 year, int32 month, int32 day, int32 dayOfWeek)
 {
-	static const TCHAR* const weekdayNames[] = {
-		TEXT("星期一"), TEXT("星期二"), TEXT("星期三"), TEXT("星期四"), TEXT("星期五"), TEXT("星期六"), TEXT("星期日")};
-	FString text =
-		FString::FromInt(year) + TEXT("年") + FString::FromInt(month) + TEXT("月") + FString::FromInt(day) + TEXT("日");
+	static const TCHAR* const weekdayNames[] = {TEXT("\u661F\u671F\u4E00"), TEXT("\u661F\u671F\u4E8C"),
+		TEXT("\u661F\u671F\u4E09"), TEXT("\u661F\u671F\u56DB"), TEXT("\u661F\u671F\u4E94"), TEXT("\u661F\u671F\u516D"),
+		TEXT("\u661F\u671F\u65E5")};
+	FString text = FString::FromInt(year) + TEXT("\u5E74") + FString::FromInt(month) + TEXT("\u6708") +
+		FString::FromInt(day) + TEXT("\u65E5");
 	if (dayOfWeek >= 0 && dayOfWeek < 7)
 	{
 		text += weekdayNames[dayOfWeek];

@@ -11,7 +11,8 @@ struct ZnTimeTools
 	static FString FormatLogTime(const FDateTime& time);
 	// "%Y_%m_%d_%H_%M_%S_%s", e.g. 2024_01_02_03_04_05_678 (safe in file names).
 	static FString FormatFileNameTime(const FDateTime& time);
-	// e.g. 2024年1月2日星期二: numbers without padding, then the weekday name.
+	// e.g. 2024\u5E741\u67082\u65E5\u661F\u671F\u4E8C (2 January 2024, a Tuesday): numbers without
+	// padding, each followed by its character for year, month and day, then the weekday name.
 	static FString FormatChinaDate(const FDateTime& date);
 	// As above from parts; dayOfWeek counts from Monday = 0. A weekday outside 0..6 adds no name.
 	static FString FormatChinaDate(int32 year, int32 month, int32 day, int32 dayOfWeek);

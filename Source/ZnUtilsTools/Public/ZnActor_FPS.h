@@ -25,7 +25,7 @@ public:
 	UPROPERTY(EditAnywhere, Category = "DM_FPS")
 	int32 CustomFps = 60;
 
-	// Counts the frame; once more than one second has gathered, shows frames ÷ seconds and starts over.
+	// Counts the frame; once more than one second has gathered, shows frames / seconds and starts over.
 	virtual void Tick(float DeltaTime) override;
 
 protected:

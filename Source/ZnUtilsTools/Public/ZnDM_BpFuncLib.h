@@ -284,7 +284,7 @@ public:
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
 	static FString GetCurSystemDateTime(ZnDM_DateTimePurpose purpose);
 
-	//~ Today's local date such as 2024年1月2日星期二.
+	//~ Today's local date written the Chinese way, such as 2024\u5E741\u67082\u65E5\u661F\u671F\u4E8C.
 	UFUNCTION(BlueprintCallable, Category = "ZnDM_Functions|UtilsTools")
 	static FString GetTodayDateInChinaFormat();
 

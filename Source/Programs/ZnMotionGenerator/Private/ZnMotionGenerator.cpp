@@ -6,6 +6,8 @@
 #include <cstring>
 #include <unordered_map>
 
+#include <fast_float/fast_float.h>
+
 namespace
 {
 constexpr double Pi = 3.14159265358979323846;
@@ -326,7 +328,8 @@ double FZnMotionGenerator::AsWritten(double Value)
 	std::string Text;
 	AppendNumber(Text, Value);
 	double Parsed = 0.0;
-	std::from_chars(Text.data(), Text.data() + Text.size(), Parsed);
+	// Not std::from_chars: libc++ before 20 cannot read floating point with it.
+	fast_float::from_chars(Text.data(), Text.data() + Text.size(), Parsed);
 	return Parsed;
 }
 

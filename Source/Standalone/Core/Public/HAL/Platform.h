@@ -41,6 +41,10 @@ using TCHAR = char16_t;
 
 #define INDEX_NONE (-1)
 
+// The engine silences third-party headers' warnings between these two; nothing to do here.
+#define THIRD_PARTY_INCLUDES_START
+#define THIRD_PARTY_INCLUDES_END
+
 #ifndef CORE_API
 #define CORE_API
 #endif
