@@ -199,7 +199,7 @@ TEST_F(FZnRoadTest, ServiceRefusalsReachTheDelegate)
 		FetchToken(Listener.Get(), Local.UrlText("/users/getAppToken"), TEXT("demo"), TEXT("wrong-secret"));
 	EXPECT_FALSE(Wrong.bOk);
 	EXPECT_NE(ZnUtf8(Wrong.Text).find("\"code\":10003"), std::string::npos) << ZnUtf8(Wrong.Text);
-	EXPECT_NE(ZnUtf8(Wrong.Text).find("wrong secret for appid \"demo\""), std::string::npos) << ZnUtf8(Wrong.Text);
+	EXPECT_NE(ZnUtf8(Wrong.Text).find("wrong secret for appid"), std::string::npos) << ZnUtf8(Wrong.Text);
 	const UZnRoadListener::FText Unknown =
 		FetchToken(Listener.Get(), Local.UrlText("/users/getAppToken"), TEXT("nobody"), TEXT("demo-secret"));
 	EXPECT_FALSE(Unknown.bOk);
