@@ -11,8 +11,8 @@
 // Which JSON shape a generated face clip is written in.
 enum class EZnFaceShape : uint8_t
 {
-	V1,		   // an array of frames, each an array of the 51 weights
-	V2,		   // an array of frame objects {"frameIndex","bs"}
+	V1, // an array of frames, each an array of the 51 weights
+	V2, // an array of frame objects {"frameIndex","bs"}
 	ControlRig // {"curve_names","curve_data"}
 };
 
@@ -20,7 +20,7 @@ enum class EZnFaceShape : uint8_t
 enum class EZnBodyShape : uint8_t
 {
 	V1, // {"totalTime","curves","Hips"}
-	V2	// an array of frame objects {"frameIndex","pos","rot"}
+	V2 // an array of frame objects {"frameIndex","pos","rot"}
 };
 
 // One utterance to generate, as the request bodies carry it. Speed, volume and pitch are 0..100
