@@ -24,6 +24,9 @@ namespace
 using FJson = nlohmann::ordered_json;
 
 const char* const TokenPath = "/users/getAppToken";
+// A token client reads a refusal from the envelope of a 2xx answer and reports any other status by
+// its number alone, so the token path refuses under 200 and lets the non-zero code say why.
+constexpr int32_t TokenRefusalStatus = 200;
 const char* const TextBroadcastPath = "/v3.0/api/textBroadcastMotion";
 const char* const VoiceBroadcastPath = "/v3.1/api/voiceBroadcastMotion";
 const char* const AnswerCollectPath = "/v3.0/api/AnswerCollectMotion";
@@ -287,7 +290,7 @@ struct FZnServiceRoutes
 		{
 			if (!FindQueryValue(Request.Query, Keys[Index], Values[Index]))
 			{
-				return FZnServiceHandler::Refusal(400, EZnServiceCode::MissingParameter,
+				return FZnServiceHandler::Refusal(TokenRefusalStatus, EZnServiceCode::MissingParameter,
 					std::string("missing query parameter \"") + Keys[Index] +
 						"\" (the token query is appid, secret, timestamp and sign)");
 			}
@@ -308,12 +311,13 @@ struct FZnServiceRoutes
 		}
 		if (!App)
 		{
-			return FZnServiceHandler::Refusal(401, EZnServiceCode::UnknownApp, "unknown appid \"" + AppId + "\"");
+			return FZnServiceHandler::Refusal(
+				TokenRefusalStatus, EZnServiceCode::UnknownApp, "unknown appid \"" + AppId + "\"");
 		}
 		if (App->Secret != Secret)
 		{
 			return FZnServiceHandler::Refusal(
-				401, EZnServiceCode::WrongSecret, "wrong secret for appid \"" + AppId + "\"");
+				TokenRefusalStatus, EZnServiceCode::WrongSecret, "wrong secret for appid \"" + AppId + "\"");
 		}
 		int64_t Milliseconds = 0;
 		const char* End = Timestamp.data() + Timestamp.size();
@@ -321,13 +325,13 @@ struct FZnServiceRoutes
 		const bool bDigitsOnly = Timestamp.find_first_not_of("0123456789") == std::string::npos;
 		if (Timestamp.empty() || !bDigitsOnly || Parsed.ec != std::errc() || Parsed.ptr != End)
 		{
-			return FZnServiceHandler::Refusal(400, EZnServiceCode::BadTimestamp,
+			return FZnServiceHandler::Refusal(TokenRefusalStatus, EZnServiceCode::BadTimestamp,
 				"timestamp \"" + Timestamp + "\" is not a decimal count of milliseconds since 1970");
 		}
 		const std::string Expected = Sha1::GetSha1(AppId, Secret, Timestamp);
 		if (Sign != Expected)
 		{
-			return FZnServiceHandler::Refusal(401, EZnServiceCode::BadSignature,
+			return FZnServiceHandler::Refusal(TokenRefusalStatus, EZnServiceCode::BadSignature,
 				"bad signature: sign must be the SHA-1 of appid, timestamp and secret concatenated");
 		}
 		const int64_t Now = Handler.NowMilliseconds();
@@ -337,7 +341,7 @@ struct FZnServiceRoutes
 			Milliseconds > Now ? uint64_t(Milliseconds) - uint64_t(Now) : uint64_t(Now) - uint64_t(Milliseconds);
 		if (Distance > uint64_t(ToleranceMs))
 		{
-			return FZnServiceHandler::Refusal(401, EZnServiceCode::StaleTimestamp,
+			return FZnServiceHandler::Refusal(TokenRefusalStatus, EZnServiceCode::StaleTimestamp,
 				"stale timestamp: " + std::to_string(Distance / 1000) + " s " +
 					(Milliseconds > Now ? "ahead of" : "behind") + " the service's clock, more than the " +
 					std::to_string(Impl.Config.TimestampToleranceSeconds) + " s allowed");
@@ -619,19 +623,7 @@ FZnServiceAnswer FZnServiceHandler::Handle(const FZnServiceRequest& Request)
 	}
 	if (Path == TokenPath)
 	{
-		if (!bGetOrPost)
-		{
-			return NotAllowed("GET or POST");
-		}
-		// A token client reads the refusal from the envelope of a 2xx answer (any other status
-		// is reported by its number alone), so the token path answers its refusals with 200 and
-		// lets the non-zero code say what was wrong.
-		FZnServiceAnswer Answer = Routes.Token(Request);
-		if (Answer.Code != 0)
-		{
-			Answer.Status = 200;
-		}
-		return Answer;
+		return bGetOrPost ? Routes.Token(Request) : NotAllowed("GET or POST");
 	}
 	if (Path == FZnLocalService::SpeechPath)
 	{
