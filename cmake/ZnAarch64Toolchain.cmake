@@ -40,6 +40,9 @@ foreach(Kind EXE SHARED MODULE)
 	set(CMAKE_${Kind}_LINKER_FLAGS_INIT "-L${ZnArm64Libraries} -Wl,-rpath-link,${ZnArm64Libraries}")
 endforeach()
 
-# The toolchain's C library and runtime, then the sysroot's libraries, for the programs under qemu.
-set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64 -L /usr/aarch64-linux-gnu -E
-	"LD_LIBRARY_PATH=${ZnArm64Libraries}:${ZN_ARM64_SYSROOT}/lib/aarch64-linux-gnu")
+# The toolchain's C library and runtime, then the sysroot's libraries, for the programs under qemu;
+# espeak-ng reads its voices from the folder its arm64 package installed, found through its
+# ESPEAK_DATA_PATH (the folder above espeak-ng-data).
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64 -L /usr/aarch64-linux-gnu
+	-E "LD_LIBRARY_PATH=${ZnArm64Libraries}:${ZN_ARM64_SYSROOT}/lib/aarch64-linux-gnu"
+	-E "ESPEAK_DATA_PATH=${ZnArm64Libraries}")

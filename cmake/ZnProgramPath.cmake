@@ -11,10 +11,16 @@ function(zn_program_path Target OutVar)
 	foreach(Word ${CMAKE_CROSSCOMPILING_EMULATOR})
 		string(APPEND Launcher "'${Word}' ")
 	endforeach()
-	# Beside the program, so that a test comparing the program's folder sees the same one.
+	# Beside the program, so that a test comparing the program's folder sees the same one; written
+	# once however many test areas ask for it.
 	set(Script "$<TARGET_FILE_DIR:${Target}>/${Target}.emulated")
+	set(${OutVar} "${Script}" PARENT_SCOPE)
+	get_property(Generated GLOBAL PROPERTY ZnEmulatedScript_${Target})
+	if(Generated)
+		return()
+	endif()
+	set_property(GLOBAL PROPERTY ZnEmulatedScript_${Target} TRUE)
 	file(GENERATE OUTPUT "${Script}"
 		CONTENT "#!/bin/sh\nexec ${Launcher}'$<TARGET_FILE:${Target}>' \"$@\"\n"
 		FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-	set(${OutVar} "${Script}" PARENT_SCOPE)
 endfunction()

@@ -41,7 +41,7 @@ mkdir -p "$Sysroot"
 Sysroot="$(cd "$Sysroot" && pwd)"
 Stamp="$Sysroot/.packages"
 # The stamp names the layout too, so that a change to how the folder is laid out redoes it.
-Wanted="$(printf 'layout 3\n%s\n' "${Packages[@]}")"
+Wanted="$(printf 'layout 4\n%s\n' "${Packages[@]}")"
 if [ -f "$Stamp" ] && [ "$(cat "$Stamp")" = "$Wanted" ]; then
 	exit 0
 fi
@@ -113,4 +113,17 @@ fi
 if [ -d "$Sysroot/usr/include/aarch64-linux-gnu" ]; then
 	cp -rn "$Sysroot/usr/include/aarch64-linux-gnu/." "$Sysroot/usr/include/"
 fi
+# A few libraries keep private companions in a folder of their own, found on a real system through
+# an absolute RUNPATH (libpulse's /usr/lib/aarch64-linux-gnu/pulseaudio), which here would point
+# at the host. The companions join the single library folder, where the linker and qemu look.
+Libraries="$Sysroot/usr/lib/aarch64-linux-gnu"
+find "$Libraries" -maxdepth 1 -name 'lib*.so*' -type f -print0 | xargs -0 -r readelf -d 2>/dev/null |
+	sed -n 's/.*R\(UN\)\?PATH.*\[\(.*\)\]/\2/p' | tr ':' '\n' | grep '^/usr/lib/aarch64-linux-gnu/.' | sort -u |
+	while read -r Folder; do
+		[ -d "$Sysroot$Folder" ] || continue
+		find "$Sysroot$Folder" -maxdepth 1 -name 'lib*.so*' | while read -r Companion; do
+			[ -e "$Libraries/$(basename "$Companion")" ] ||
+				ln -s "$(realpath --relative-to="$Libraries" "$Companion")" "$Libraries/$(basename "$Companion")"
+		done
+	done
 echo "$Wanted" > "$Stamp"
