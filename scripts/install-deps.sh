@@ -14,8 +14,10 @@ packages=(
 	libespeak-ng-dev espeak-ng-data
 	libfast-float-dev
 	# The portability presets (scripts/portability.sh): arm64 cross build under qemu, clang with
-	# libc++, and GoogleTest's source to build it against libc++.
+	# libc++, GoogleTest's source to build it against libc++, and what cpp-httplib's source
+	# package needs to be unpacked and compiled (scripts/debian-source.sh).
 	g++-aarch64-linux-gnu qemu-user libc++-14-dev libc++abi-14-dev googletest
+	dpkg-dev zlib1g-dev libbrotli-dev
 )
 
 missing=()

@@ -426,7 +426,7 @@ bool FZnLocalService::Start(std::string& Error)
 		httplib::Server::HandlerWithResponse([State](const httplib::Request& Request, httplib::Response& Response)
 			{ return State->LibraryError(Request, Response); }));
 	Server.set_exception_handler(
-		[State](const httplib::Request&, httplib::Response& Response, std::exception_ptr)
+		[](const httplib::Request&, httplib::Response& Response, std::exception_ptr)
 		{
 			const FZnServiceAnswer Answer =
 				FZnServiceHandler::Refusal(500, EZnServiceCode::ContentFailed, "the service failed inside");

@@ -2,10 +2,10 @@
 
 #include "ZnMotionContentSource.h"
 
+#include <fast_float/fast_float.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace
@@ -91,7 +91,8 @@ public:
 		{
 			const std::string Text = Value->get<std::string>();
 			const char* End = Text.data() + Text.size();
-			const auto Result = std::from_chars(Text.data(), End, Number);
+			// Not std::from_chars: libc++ before 20 cannot read floating point with it.
+			const auto Result = fast_float::from_chars(Text.data(), End, Number);
 			if (Text.empty() || Result.ec != std::errc() || Result.ptr != End)
 			{
 				Fail("\"" + PathOf(Group, Name) + "\" must hold a number, not \"" + Text + "\"");
