@@ -118,3 +118,42 @@ TEST(StringConvTests, LongTextConvertsCompletely)
 	EXPECT_EQ(Narrow.Length(), 2500 + 2500 * 3);
 	EXPECT_TRUE(FString(UTF8_TO_TCHAR(Narrow.Get())).Equals(Long, ESearchCase::CaseSensitive));
 }
+
+// ASCII runs are widened eight bytes at a time: every run length and every place the first
+// non-ASCII byte can fall in a word must give the same units as one character at a time.
+TEST(StringConvTests, AsciiRunsOfEveryLengthStopAtTheFirstWideCharacter)
+{
+	struct FWide
+	{
+		const char* Utf8;
+		std::u16string Utf16;
+	};
+	const FWide Wides[] = {
+		{"\xC3\xA9", u"\u00E9"}, {"\xE4\xB8\xAD", u"\u4E2D"}, {"\xF0\x9F\x98\x80", u"\U0001F600"}, {"\x80", u"\uFFFD"}};
+	for (const FWide& Wide : Wides)
+	{
+		for (int32 Before = 0; Before <= 40; ++Before)
+		{
+			for (int32 After : {0, 1, 7, 8, 9, 17})
+			{
+				std::string Utf8;
+				std::u16string Expected;
+				for (int32 Index = 0; Index < Before; ++Index)
+				{
+					Utf8 += char('a' + Index % 26);
+					Expected += char16_t('a' + Index % 26);
+				}
+				Utf8 += Wide.Utf8;
+				Expected += Wide.Utf16;
+				for (int32 Index = 0; Index < After; ++Index)
+				{
+					Utf8 += char('0' + Index % 10);
+					Expected += char16_t('0' + Index % 10);
+				}
+				const FUTF8ToTCHAR Converted(Utf8.data(), int32(Utf8.size()));
+				const std::u16string Got(Converted.Get(), size_t(Converted.Length()));
+				EXPECT_EQ(Got, Expected) << "ASCII before: " << Before << ", after: " << After;
+			}
+		}
+	}
+}

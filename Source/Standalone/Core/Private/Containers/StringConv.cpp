@@ -1,5 +1,7 @@
 #include "Containers/StringConv.h"
 
+#include <cstring>
+
 namespace
 {
 constexpr uint32 ReplacementChar = 0xFFFD;
@@ -37,7 +39,18 @@ void AppendUtf8ToUtf16(TArray<TCHAR>& Out, const char* Src, int32 SrcLen)
 		const uint8 Lead = Bytes[Index];
 		if (Lead < 0x80)
 		{
+			// Eight bytes at a time while none has its high bit set: JSON bodies are megabytes of ASCII.
 			int32 RunEnd = Index + 1;
+			while (RunEnd + 8 <= SrcLen)
+			{
+				uint64 Word;
+				std::memcpy(&Word, Bytes + RunEnd, sizeof(Word));
+				if ((Word & 0x8080808080808080ull) != 0)
+				{
+					break;
+				}
+				RunEnd += 8;
+			}
 			while (RunEnd < SrcLen && Bytes[RunEnd] < 0x80)
 			{
 				++RunEnd;
