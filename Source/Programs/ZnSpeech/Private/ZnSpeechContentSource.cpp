@@ -7,29 +7,43 @@
 #include "ZnWav.h"
 #include "ZnWavFile.h"
 
+FZnSpeechFaceInputs AnalyseSpeechAudio(const FZnPcmAudio& Audio, const std::vector<FZnPhonemeEvent>* Phonemes,
+	const std::vector<FZnWordEvent>* Words, uint64 Seed)
+{
+	FZnSpeechFaceInputs Analysis;
+	Analysis.FrameCount = FrameCountForAudio(Audio.Samples.size(), Audio.SampleRate);
+	const std::vector<double> Levels = FrameLevels(Audio, Analysis.FrameCount);
+	Analysis.DurationSeconds = Audio.DurationSeconds();
+	Analysis.Levels = NormalizeLevels(Levels);
+	Analysis.Phonemes = Phonemes;
+	Analysis.Accents = Words != nullptr && Phonemes != nullptr
+		? AccentsFromWords(*Words, *Phonemes, Levels, Analysis.DurationSeconds)
+		: AccentsFromLevels(Analysis.Levels);
+	Analysis.Seed = Seed;
+	return Analysis;
+}
+
+std::string MakeSpeechFaceJson(const FZnSpeechFaceInputs& Analysis, EZnFaceShape Shape)
+{
+	return FaceToJson(BuildSpeechFace(Analysis), Shape);
+}
+
+std::string MakeSpeechBodyJson(const FZnSpeechFaceInputs& Analysis, EZnBodyShape Shape)
+{
+	return BodyToJson(BuildSpeechBody(Analysis.FrameCount, PlanGestures(Analysis.Accents), Analysis.Seed), Shape);
+}
+
 namespace
 {
 // Everything after the audio: the same for synthesised speech and for given audio.
 void AnimateAudio(const FZnPcmAudio& Audio, const std::vector<FZnPhonemeEvent>* Phonemes,
 	const std::vector<FZnWordEvent>* Words, const FZnSpeechRequest& Request, FZnGeneratedMedia& Media)
 {
-	const int32 FrameCount = FrameCountForAudio(Audio.Samples.size(), Audio.SampleRate);
-	const std::vector<double> Levels = FrameLevels(Audio, FrameCount);
-
-	FZnSpeechFaceInputs Face;
-	Face.FrameCount = FrameCount;
-	Face.DurationSeconds = Audio.DurationSeconds();
-	Face.Levels = NormalizeLevels(Levels);
-	Face.Phonemes = Phonemes;
-	Face.Accents = Words != nullptr ? AccentsFromWords(*Words, *Phonemes, Levels, Face.DurationSeconds)
-									: AccentsFromLevels(Face.Levels);
-	Face.Seed = Request.Seed;
-
-	Media.FaceJson = FaceToJson(BuildSpeechFace(Face), Request.FaceShape);
-	Media.BodyJson =
-		BodyToJson(BuildSpeechBody(FrameCount, PlanGestures(Face.Accents), Request.Seed), Request.BodyShape);
-	Media.DurationSeconds = Face.DurationSeconds;
-	Media.FrameCount = FrameCount;
+	const FZnSpeechFaceInputs Analysis = AnalyseSpeechAudio(Audio, Phonemes, Words, Request.Seed);
+	Media.FaceJson = MakeSpeechFaceJson(Analysis, Request.FaceShape);
+	Media.BodyJson = MakeSpeechBodyJson(Analysis, Request.BodyShape);
+	Media.DurationSeconds = Analysis.DurationSeconds;
+	Media.FrameCount = Analysis.FrameCount;
 }
 
 class FZnSpeechContentSource final : public IZnContentSource

@@ -16,7 +16,18 @@
 #pragma once
 
 #include "ZnContentSource.h"
+#include "ZnSpeechFace.h"
+#include "ZnWavFile.h"
 
 #include <memory>
 
 std::shared_ptr<IZnContentSource> MakeSpeechContentSource();
+
+// The source's steps after the audio, one by one, for callers that time or inspect them (the
+// source runs exactly these). AnalyseSpeechAudio measures the audio's loudness per frame and the
+// word accents both clips move on; Phonemes and Words come from synthesis, or are null for given
+// audio (the mouth then follows loudness alone). The result points at Phonemes, which must outlive it.
+FZnSpeechFaceInputs AnalyseSpeechAudio(const FZnPcmAudio& Audio, const std::vector<FZnPhonemeEvent>* Phonemes,
+	const std::vector<FZnWordEvent>* Words, uint64 Seed);
+std::string MakeSpeechFaceJson(const FZnSpeechFaceInputs& Analysis, EZnFaceShape Shape);
+std::string MakeSpeechBodyJson(const FZnSpeechFaceInputs& Analysis, EZnBodyShape Shape);
