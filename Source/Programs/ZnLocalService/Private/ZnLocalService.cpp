@@ -411,6 +411,10 @@ bool FZnLocalService::Start(std::string& Error)
 			int Yes = 1;
 			setsockopt(Socket, SOL_SOCKET, SO_REUSEADDR, &Yes, sizeof(Yes));
 		});
+	// An answer goes out as two writes, the head and then the body; with Nagle's algorithm the
+	// body's last partial segment waits for the client's delayed acknowledgement of the rest,
+	// tens of milliseconds on a large file, which would make every download look slower than it is.
+	Server.set_tcp_nodelay(true);
 	Server.set_payload_max_length(size_t(std::max<int64_t>(Config.MaxBodyBytes, 0)));
 	Server.set_keep_alive_timeout(KeepAliveSeconds);
 	FImpl* State = Impl.get();
