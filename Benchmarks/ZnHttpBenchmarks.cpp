@@ -8,6 +8,7 @@
 // Run: ZnHttpBenchmarks [--benchmark_filter=...]; the ratio and the memory table follow Google
 // Benchmark's table. Times are wall-clock (the work is waiting on sockets).
 #include "ZnCountingAllocator.h"
+#include "ZnGameLikeAllocator.h"
 
 #include "HttpManager.h"
 #include "HttpModule.h"
@@ -22,7 +23,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <malloc.h>
 #include <map>
 #include <memory>
 #include <random>
@@ -330,13 +330,7 @@ int main(int argc, char** argv)
 	}
 	argc = int(Arguments.size());
 	argv = Arguments.data();
-#if defined(__GLIBC__)
-	// A game's allocator keeps the pages it frees for the next allocation; glibc by default hands
-	// blocks of this size back to the system, so every download would fault in fresh pages for its
-	// bodies and texts, which no frame of a game pays. Both contenders run under this setting.
-	mallopt(M_MMAP_THRESHOLD, 64 * 1024 * 1024);
-	mallopt(M_TRIM_THRESHOLD, 256 * 1024 * 1024);
-#endif
+	UseGameLikeAllocator();
 	benchmark::Initialize(&argc, argv);
 	if (benchmark::ReportUnrecognizedArguments(argc, argv))
 	{

@@ -18,6 +18,7 @@
 #include "UObject/StrongObjectPtr.h"
 #include "ZnDM_BpFuncLib.h"
 #include "ZnDM_TTSHttpDownload.h"
+#include "ZnGameLikeAllocator.h"
 #include "ZnLoudness.h"
 #include "ZnLocalService.h"
 #include "ZnSpeechContentSource.h"
@@ -356,6 +357,7 @@ int main(int argc, char** argv)
 	}
 	argc = int(Arguments.size());
 	argv = Arguments.data();
+	UseGameLikeAllocator();
 	benchmark::Initialize(&argc, argv);
 	if (benchmark::ReportUnrecognizedArguments(argc, argv))
 	{
