@@ -5,6 +5,7 @@
 //
 // Run: ZnDecodeBenchmarks [--benchmark_filter=...] ; the ratios and the peak memory figures are
 // printed after Google Benchmark's table.
+#include "ZnBenchmarkSupport.h"
 #include "ZnCountingAllocator.h"
 #include "ZnDomBaseline.h"
 #include "ZnJsonFloor.h"
@@ -45,18 +46,6 @@ FZnClipText FaceClip;
 FZnBodyData BodyReference;
 FZnFaceData FaceReference;
 
-[[noreturn]] void Fail(const std::string& Message)
-{
-	std::fprintf(stderr, "error: %s\n", Message.c_str());
-	std::exit(1);
-}
-
-FString Widen(const std::string& Utf8)
-{
-	const FUTF8ToTCHAR Converted(Utf8.data(), static_cast<int32>(Utf8.size()));
-	return FString(Converted.Length(), Converted.Get());
-}
-
 // What the floor must find: every number of the text, summed in document order by an independent parser.
 void SumNumbers(const nlohmann::ordered_json& Value, FZnJsonFloorResult& Result)
 {
@@ -77,7 +66,7 @@ void SumNumbers(const nlohmann::ordered_json& Value, FZnJsonFloorResult& Result)
 void PrepareClip(FZnClipText& Clip, std::string Utf8, int64 Items)
 {
 	Clip.Utf8 = std::move(Utf8);
-	Clip.Wide = Widen(Clip.Utf8);
+	Clip.Wide = ZnBenchWiden(Clip.Utf8);
 	Clip.Padded = simdjson::padded_string(Clip.Utf8);
 	Clip.Items = Items;
 	// Members in text order (ordered_json), so the sum adds in the same order as the floor.
@@ -96,11 +85,11 @@ void PrepareClips()
 	ZnDomBaseline::ParseJsonToFacedata(FaceClip.Wide, FaceReference);
 	if (BodyReference.BoneNames.Num() != 52 || BodyReference.BoneFrames[0].Num() != ClipFrames)
 	{
-		Fail("the reference body decoder did not produce 52 bones of 300 frames");
+		ZnBenchFail("the reference body decoder did not produce 52 bones of 300 frames");
 	}
 	if (FaceReference.CurveFrames.Num() != 51 || FaceReference.CurveFrames[0].Num() != ClipFrames)
 	{
-		Fail("the reference face decoder did not produce 51 curves of 300 frames");
+		ZnBenchFail("the reference face decoder did not produce 51 curves of 300 frames");
 	}
 }
 
@@ -112,7 +101,7 @@ void CheckBody(benchmark::State& State, void (*Decode)(const FString&, FZnBodyDa
 	if (!ZnRecordCompare::SameBody(Out, BodyReference, Why))
 	{
 		State.SkipWithError("result differs from the reference");
-		Fail("a decoder's body record differs from the reference: " + Why);
+		ZnBenchFail("a decoder's body record differs from the reference: " + Why);
 	}
 }
 
@@ -124,7 +113,7 @@ void CheckFace(benchmark::State& State, void (*Decode)(const FString&, FZnFaceDa
 	if (!ZnRecordCompare::SameFace(Out, FaceReference, Why))
 	{
 		State.SkipWithError("result differs from the reference");
-		Fail("a decoder's face record differs from the reference: " + Why);
+		ZnBenchFail("a decoder's face record differs from the reference: " + Why);
 	}
 }
 
@@ -191,7 +180,7 @@ void Floor(benchmark::State& State, const FZnClipText& Clip)
 		Result.Sum != Clip.FloorReference.Sum)
 	{
 		State.SkipWithError("floor result differs from the reference");
-		Fail("the floor did not read the same numbers as the reference parser");
+		ZnBenchFail("the floor did not read the same numbers as the reference parser");
 	}
 	for (auto _ : State)
 	{
@@ -319,7 +308,7 @@ void PrepareCurve()
 	SampledCurve = Body.BoneCurves[17];
 	if (SampledCurve.Keys.Num() != CurveKeys)
 	{
-		Fail("the sampled curve does not have 300 keys");
+		ZnBenchFail("the sampled curve does not have 300 keys");
 	}
 	uint64 State = 12345;
 	const float Last = SampledCurve.Keys[CurveKeys - 1].Time;
@@ -339,7 +328,7 @@ void BM_QuatCurveEvaluate_Ours(benchmark::State& State)
 		if (Got.X != Want.X || Got.Y != Want.Y || Got.Z != Want.Z || Got.W != Want.W)
 		{
 			State.SkipWithError("Evaluate differs from the reference");
-			Fail("Evaluate at " + std::to_string(Time) + " differs from the reference");
+			ZnBenchFail("Evaluate at " + std::to_string(Time) + " differs from the reference");
 		}
 	}
 	for (auto _ : State)
@@ -371,7 +360,7 @@ void BM_QuatCurveEvaluate_TwoKeyFloor(benchmark::State& State)
 			(Got.X != Want.X || Got.Y != Want.Y || Got.Z != Want.Z || Got.W != Want.W))
 		{
 			State.SkipWithError("two-key interpolation differs from Evaluate");
-			Fail("the two-key floor differs from Evaluate on the same two keys");
+			ZnBenchFail("the two-key floor differs from Evaluate on the same two keys");
 		}
 	}
 	for (auto _ : State)
@@ -436,33 +425,8 @@ void MeasureMemory()
 
 // ---- Reporting ----
 
-class FZnRatioReporter : public benchmark::ConsoleReporter
-{
-public:
-	std::map<std::string, double> SecondsPerIteration;
-
-	void ReportRuns(const std::vector<Run>& Runs) override
-	{
-		for (const Run& R : Runs)
-		{
-			if (R.run_type == Run::RT_Iteration && !R.error_occurred && R.iterations > 0)
-			{
-				// CPU time, and the best of the repetitions: on a shared machine the neighbours
-				// only ever add time, so the fastest run is the closest to the code's own cost.
-				const double Seconds = R.cpu_accumulated_time / static_cast<double>(R.iterations);
-				const auto Found = SecondsPerIteration.find(R.run_name.function_name);
-				if (Found == SecondsPerIteration.end() || Seconds < Found->second)
-				{
-					SecondsPerIteration[R.run_name.function_name] = Seconds;
-				}
-			}
-		}
-		ConsoleReporter::ReportRuns(Runs);
-	}
-};
-
 void PrintRatio(
-	const FZnRatioReporter& Reporter, const char* Label, const char* Ours, const char* Other, const char* Meaning)
+	const FZnBestTimeReporter& Reporter, const char* Label, const char* Ours, const char* Other, const char* Meaning)
 {
 	const auto A = Reporter.SecondsPerIteration.find(Ours);
 	const auto B = Reporter.SecondsPerIteration.find(Other);
@@ -498,31 +462,7 @@ BENCHMARK(BM_QuatCurveEvaluate_TwoKeyFloor)->Name("QuatCurveEvaluate/TwoKeyFloor
 
 int main(int argc, char** argv)
 {
-	// Five repetitions unless told otherwise: the ratios use the best of them. The repetitions of
-	// all benchmarks run in a random order, so that a contender and its baseline are measured over
-	// the same stretch of time, and a busy spell of the machine falls on both alike.
-	std::vector<char*> Arguments(argv, argv + argc);
-	std::string Repetitions = "--benchmark_repetitions=5";
-	std::string Interleaving = "--benchmark_enable_random_interleaving=true";
-	bool bRepetitionsGiven = false;
-	bool bInterleavingGiven = false;
-	for (int Index = 1; Index < argc; ++Index)
-	{
-		bRepetitionsGiven |= std::string(argv[Index]).rfind("--benchmark_repetitions", 0) == 0;
-		bInterleavingGiven |= std::string(argv[Index]).rfind("--benchmark_enable_random_interleaving", 0) == 0;
-	}
-	if (!bRepetitionsGiven)
-	{
-		Arguments.push_back(Repetitions.data());
-	}
-	if (!bInterleavingGiven)
-	{
-		Arguments.push_back(Interleaving.data());
-	}
-	argc = static_cast<int>(Arguments.size());
-	argv = Arguments.data();
-	benchmark::Initialize(&argc, argv);
-	if (benchmark::ReportUnrecognizedArguments(argc, argv))
+	if (!ZnInitializeBenchmarks(argc, argv))
 	{
 		return 1;
 	}
@@ -531,7 +471,7 @@ int main(int argc, char** argv)
 	MeasureMemory();
 	PrepareCurve();
 
-	FZnRatioReporter Reporter;
+	FZnBestTimeReporter Reporter(EZnBenchClock::Cpu);
 	benchmark::RunSpecifiedBenchmarks(&Reporter);
 	benchmark::Shutdown();
 

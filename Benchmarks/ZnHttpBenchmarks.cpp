@@ -7,6 +7,7 @@
 //
 // Run: ZnHttpBenchmarks [--benchmark_filter=...]; the ratio and the memory table follow Google
 // Benchmark's table. Times are wall-clock (the work is waiting on sockets).
+#include "ZnBenchmarkSupport.h"
 #include "ZnCountingAllocator.h"
 #include "ZnGameLikeAllocator.h"
 
@@ -63,24 +64,6 @@ std::unique_ptr<FZnLocalService> Service;
 std::string Urls[3];
 std::string Contents[3];
 
-[[noreturn]] void Fail(const std::string& Message)
-{
-	std::fprintf(stderr, "error: %s\n", Message.c_str());
-	std::exit(1);
-}
-
-FString Widen(const std::string& Utf8)
-{
-	const FUTF8ToTCHAR Converted(Utf8.data(), int32(Utf8.size()));
-	return FString(Converted.Length(), Converted.Get());
-}
-
-std::string Narrow(const FString& Text)
-{
-	const FTCHARToUTF8 Utf8(*Text, Text.Len());
-	return std::string(Utf8.Get(), size_t(Utf8.Length()));
-}
-
 // A speech file of about 5 s (16 kHz, 16 bit) and motion texts of a realistic size.
 void PrepareService()
 {
@@ -91,7 +74,7 @@ void PrepareService()
 	std::string Error;
 	if (!Service->Start(Error))
 	{
-		Fail("the local service did not start: " + Error);
+		ZnBenchFail("the local service did not start: " + Error);
 	}
 	std::mt19937 Random(7);
 	std::uniform_int_distribution<int> Byte(0, 255);
@@ -163,10 +146,10 @@ void ThroughModule(UZnBenchListener* Listener)
 	Listener->Calls = 0;
 	UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
 	Download->OnCompleted.AddDynamic(Listener, &UZnBenchListener::OnThreeFiles);
-	Download->DoDownload(Widen(Urls[0]), Widen(Urls[1]), Widen(Urls[2]), false);
+	Download->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
 	if (!FHttpModule::Get().GetHttpManager().TickUntil([Listener]() { return Listener->Calls > 0; }, 30.0))
 	{
-		Fail("the module's download did not complete");
+		ZnBenchFail("the module's download did not complete");
 	}
 }
 
@@ -178,7 +161,7 @@ void CheckBaseline()
 	{
 		if (Got[Index] != Contents[Index])
 		{
-			Fail("libcurl alone did not fetch " + Urls[Index] + " exactly");
+			ZnBenchFail("libcurl alone did not fetch " + Urls[Index] + " exactly");
 		}
 	}
 }
@@ -189,10 +172,10 @@ void CheckModule(UZnBenchListener* Listener)
 	ThroughModule(Listener);
 	Listener->bKeep = false;
 	const std::string Audio(reinterpret_cast<const char*>(Listener->Audio.GetData()), size_t(Listener->Audio.Num()));
-	if (!Listener->bAll || Audio != Contents[0] || Narrow(Listener->Face) != Contents[1] ||
-		Narrow(Listener->Body) != Contents[2])
+	if (!Listener->bAll || Audio != Contents[0] || ZnBenchNarrow(Listener->Face) != Contents[1] ||
+		ZnBenchNarrow(Listener->Body) != Contents[2])
 	{
-		Fail("the module's download differs from the hosted files");
+		ZnBenchFail("the module's download differs from the hosted files");
 	}
 }
 
@@ -218,8 +201,8 @@ void ThreeFiles_CurlAloneAsText(benchmark::State& State)
 	for (auto _ : State)
 	{
 		CurlAlone(Got);
-		const FString Face = Widen(Got[1]);
-		const FString Body = Widen(Got[2]);
+		const FString Face = ZnBenchWiden(Got[1]);
+		const FString Body = ZnBenchWiden(Got[2]);
 		benchmark::DoNotOptimize(Face.Len() + Body.Len());
 	}
 	State.SetBytesProcessed(
@@ -240,29 +223,6 @@ void ThreeFiles_Module(benchmark::State& State)
 	CollectGarbage();
 }
 BENCHMARK(ThreeFiles_Module)->UseRealTime()->Unit(benchmark::kMillisecond);
-
-class FZnBestTimeReporter : public benchmark::ConsoleReporter
-{
-public:
-	std::map<std::string, double> Best;
-
-	void ReportRuns(const std::vector<Run>& Reports) override
-	{
-		for (const Run& R : Reports)
-		{
-			if (R.run_type == Run::RT_Iteration && !R.error_occurred && R.iterations > 0)
-			{
-				const double Seconds = R.real_accumulated_time / double(R.iterations);
-				const auto Found = Best.find(R.run_name.function_name);
-				if (Found == Best.end() || Seconds < Found->second)
-				{
-					Best[R.run_name.function_name] = Seconds;
-				}
-			}
-		}
-		ConsoleReporter::ReportRuns(Reports);
-	}
-};
 
 // Heap held with Count three-file downloads in flight at once, from start to the last delegate.
 void PrintMemoryGrowth()
@@ -285,7 +245,7 @@ void PrintMemoryGrowth()
 		{
 			UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
 			Download->OnCompleted.AddDynamic(Listeners[size_t(Index)].Get(), &UZnBenchListener::OnThreeFiles);
-			Download->DoDownload(Widen(Urls[0]), Widen(Urls[1]), Widen(Urls[2]), false);
+			Download->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
 		}
 		const bool bDone = FHttpModule::Get().GetHttpManager().TickUntil(
 			[&]()
@@ -302,7 +262,7 @@ void PrintMemoryGrowth()
 			60.0);
 		if (!bDone)
 		{
-			Fail("downloads in flight did not complete");
+			ZnBenchFail("downloads in flight did not complete");
 		}
 		const double Peak = double(ZnCountingAllocator::PeakBytes() - Before);
 		std::printf("%6d %16.0f %16.0f %18lld\n", Count, Peak / 1024.0, Peak / 1024.0 / Count,
@@ -315,42 +275,26 @@ void PrintMemoryGrowth()
 
 int main(int argc, char** argv)
 {
-	std::vector<char*> Arguments(argv, argv + argc);
-	std::string Repetitions = "--benchmark_repetitions=5";
-	std::string Interleaving = "--benchmark_enable_random_interleaving=true";
-	bool bRepetitionsGiven = false;
-	for (int Index = 1; Index < argc; ++Index)
-	{
-		bRepetitionsGiven |= std::string(argv[Index]).rfind("--benchmark_repetitions", 0) == 0;
-	}
-	if (!bRepetitionsGiven)
-	{
-		Arguments.push_back(Repetitions.data());
-		Arguments.push_back(Interleaving.data());
-	}
-	argc = int(Arguments.size());
-	argv = Arguments.data();
 	UseGameLikeAllocator();
-	benchmark::Initialize(&argc, argv);
-	if (benchmark::ReportUnrecognizedArguments(argc, argv))
+	if (!ZnInitializeBenchmarks(argc, argv))
 	{
 		return 1;
 	}
 	PrepareService();
-	FZnBestTimeReporter Reporter;
+	FZnBestTimeReporter Reporter(EZnBenchClock::Wall);
 	benchmark::RunSpecifiedBenchmarks(&Reporter);
 	benchmark::Shutdown();
-	const auto AsText = Reporter.Best.find("ThreeFiles_CurlAloneAsText");
-	const auto Module = Reporter.Best.find("ThreeFiles_Module");
-	const auto Curl = Reporter.Best.find("ThreeFiles_CurlAlone");
-	if (Module != Reporter.Best.end() && Curl != Reporter.Best.end())
+	const auto AsText = Reporter.SecondsPerIteration.find("ThreeFiles_CurlAloneAsText");
+	const auto Module = Reporter.SecondsPerIteration.find("ThreeFiles_Module");
+	const auto Curl = Reporter.SecondsPerIteration.find("ThreeFiles_CurlAlone");
+	if (Module != Reporter.SecondsPerIteration.end() && Curl != Reporter.SecondsPerIteration.end())
 	{
 		std::printf(
 			"\nThree-file download, module time / libcurl alone: %.3f (target <= 1.2), best of the repetitions: "
 			"%.3f ms / %.3f ms\n",
 			Module->second / Curl->second, Module->second * 1000.0, Curl->second * 1000.0);
 	}
-	if (Module != Reporter.Best.end() && AsText != Reporter.Best.end())
+	if (Module != Reporter.SecondsPerIteration.end() && AsText != Reporter.SecondsPerIteration.end())
 	{
 		std::printf("Three-file download, module time / libcurl alone with the texts widened: %.3f (for "
 					"information), %.3f ms\n",

@@ -11,6 +11,8 @@
 //
 // Run: ZnTalkingHeadBenchmarks [--benchmark_filter=...]. Times are wall-clock (the transfer waits
 // on sockets), best of the repetitions.
+#include "ZnBenchmarkSupport.h"
+
 #include "HttpManager.h"
 #include "HttpModule.h"
 #include "UObject/GarbageCollection.h"
@@ -81,24 +83,6 @@ FString DownloadedBody;
 FZnFaceData Face;
 FZnBodyData Body;
 
-[[noreturn]] void Fail(const std::string& Message)
-{
-	std::fprintf(stderr, "error: %s\n", Message.c_str());
-	std::exit(1);
-}
-
-FString Widen(const std::string& Utf8)
-{
-	const FUTF8ToTCHAR Converted(Utf8.data(), int32(Utf8.size()));
-	return FString(Converted.Length(), Converted.Get());
-}
-
-std::string Narrow(const FString& Text)
-{
-	const FTCHARToUTF8 Utf8(*Text, Text.Len());
-	return std::string(Utf8.Get(), size_t(Utf8.Length()));
-}
-
 int32 SampleFrameCount(float Length)
 {
 	return int32(std::floor(double(Length) * SampleRate + 1e-4)) + 1;
@@ -129,7 +113,7 @@ bool Synthesise(FZnSynthesizedSpeech& Out)
 	std::string Error;
 	if (!Synthesizer->Synthesize(Request, Out, Error))
 	{
-		Fail("synthesis failed: " + Error);
+		ZnBenchFail("synthesis failed: " + Error);
 	}
 	return true;
 }
@@ -140,14 +124,14 @@ void Download(UZnTalkingHeadListener* Listener)
 	Listener->Calls = 0;
 	UZnDM_TTSHttpDownload* Request3 = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
 	Request3->OnCompleted.AddDynamic(Listener, &UZnTalkingHeadListener::OnThreeFiles);
-	Request3->DoDownload(Widen(Urls[0]), Widen(Urls[1]), Widen(Urls[2]), false);
+	Request3->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
 	if (!FHttpModule::Get().GetHttpManager().TickUntil([Listener]() { return Listener->Calls > 0; }, 30.0))
 	{
-		Fail("the three-file download did not complete");
+		ZnBenchFail("the three-file download did not complete");
 	}
 	if (!Listener->bAll)
 	{
-		Fail("the three-file download failed");
+		ZnBenchFail("the three-file download failed");
 	}
 }
 
@@ -161,7 +145,7 @@ void Prepare()
 	const double Seconds = Speech.DurationSeconds();
 	if (Seconds < 8.0 || Seconds > 12.0)
 	{
-		Fail("the sentence is meant to last about ten seconds, it lasts " + std::to_string(Seconds) + " s");
+		ZnBenchFail("the sentence is meant to last about ten seconds, it lasts " + std::to_string(Seconds) + " s");
 	}
 	Wav = FZnWav::WritePcm16Mono(Speech.Samples, Speech.SampleRate);
 	Audio = ToFloatAudio(Speech.Samples, Speech.SampleRate);
@@ -175,7 +159,7 @@ void Prepare()
 	std::string Error;
 	if (!Service->Start(Error))
 	{
-		Fail("the local service did not start: " + Error);
+		ZnBenchFail("the local service did not start: " + Error);
 	}
 	Urls[0] = Service->HostFile("speech.wav", Wav);
 	Urls[1] = Service->HostFile("speech_face.json", std::vector<uint8_t>(FaceJson.begin(), FaceJson.end()));
@@ -184,9 +168,9 @@ void Prepare()
 	TStrongObjectPtr<UZnTalkingHeadListener> Listener(NewObject<UZnTalkingHeadListener>(GetTransientPackage()));
 	Download(Listener.Get());
 	const std::vector<uint8_t> GotWav(Listener->Audio.GetData(), Listener->Audio.GetData() + Listener->Audio.Num());
-	if (GotWav != Wav || Narrow(Listener->Face) != FaceJson || Narrow(Listener->Body) != BodyJson)
+	if (GotWav != Wav || ZnBenchNarrow(Listener->Face) != FaceJson || ZnBenchNarrow(Listener->Body) != BodyJson)
 	{
-		Fail("the downloaded files differ from the hosted ones");
+		ZnBenchFail("the downloaded files differ from the hosted ones");
 	}
 	DownloadedFace = Listener->Face;
 	DownloadedBody = Listener->Body;
@@ -196,12 +180,12 @@ void Prepare()
 	const double FrameSeconds = 1.0 / 30.0;
 	if (Face.Curves.Num() == 0 || Body.BoneCurves.Num() == 0)
 	{
-		Fail("the clips decoded to no curves");
+		ZnBenchFail("the clips decoded to no curves");
 	}
 	if (std::abs(double(Face.totalTime) - Seconds) > FrameSeconds ||
 		std::abs(double(Body.totalTime) - Seconds) > FrameSeconds)
 	{
-		Fail("the decoded clips (face " + std::to_string(Face.totalTime) + " s, body " +
+		ZnBenchFail("the decoded clips (face " + std::to_string(Face.totalTime) + " s, body " +
 			std::to_string(Body.totalTime) + " s) are not as long as the audio (" + std::to_string(Seconds) + " s)");
 	}
 }
@@ -276,29 +260,6 @@ void Step6_Sampling(benchmark::State& State)
 }
 BENCHMARK(Step6_Sampling)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-class FZnBestTimeReporter : public benchmark::ConsoleReporter
-{
-public:
-	std::map<std::string, double> Best;
-
-	void ReportRuns(const std::vector<Run>& Reports) override
-	{
-		for (const Run& R : Reports)
-		{
-			if (R.run_type == Run::RT_Iteration && !R.error_occurred && R.iterations > 0)
-			{
-				const double Seconds = R.real_accumulated_time / double(R.iterations);
-				const auto Found = Best.find(R.run_name.function_name);
-				if (Found == Best.end() || Seconds < Found->second)
-				{
-					Best[R.run_name.function_name] = Seconds;
-				}
-			}
-		}
-		ConsoleReporter::ReportRuns(Reports);
-	}
-};
-
 void PrintSplit(const std::map<std::string, double>& Best)
 {
 	struct FStep
@@ -342,32 +303,16 @@ void PrintSplit(const std::map<std::string, double>& Best)
 
 int main(int argc, char** argv)
 {
-	std::vector<char*> Arguments(argv, argv + argc);
-	std::string Repetitions = "--benchmark_repetitions=5";
-	std::string Interleaving = "--benchmark_enable_random_interleaving=true";
-	bool bRepetitionsGiven = false;
-	for (int Index = 1; Index < argc; ++Index)
-	{
-		bRepetitionsGiven |= std::string(argv[Index]).rfind("--benchmark_repetitions", 0) == 0;
-	}
-	if (!bRepetitionsGiven)
-	{
-		Arguments.push_back(Repetitions.data());
-		Arguments.push_back(Interleaving.data());
-	}
-	argc = int(Arguments.size());
-	argv = Arguments.data();
 	UseGameLikeAllocator();
-	benchmark::Initialize(&argc, argv);
-	if (benchmark::ReportUnrecognizedArguments(argc, argv))
+	if (!ZnInitializeBenchmarks(argc, argv))
 	{
 		return 1;
 	}
 	Prepare();
-	FZnBestTimeReporter Reporter;
+	FZnBestTimeReporter Reporter(EZnBenchClock::Wall);
 	benchmark::RunSpecifiedBenchmarks(&Reporter);
 	benchmark::Shutdown();
-	PrintSplit(Reporter.Best);
+	PrintSplit(Reporter.SecondsPerIteration);
 	Service->Stop();
 	return 0;
 }
