@@ -7,6 +7,7 @@
 //
 // Run: ZnHttpBenchmarks [--benchmark_filter=...]; the ratio and the memory table follow Google
 // Benchmark's table. Times are wall-clock (the work is waiting on sockets).
+#include "ZnBenchDownload.h"
 #include "ZnBenchmarkSupport.h"
 #include "ZnCountingAllocator.h"
 #include "ZnGameLikeAllocator.h"
@@ -16,7 +17,6 @@
 #include "UObject/GarbageCollection.h"
 #include "UObject/Package.h"
 #include "UObject/StrongObjectPtr.h"
-#include "ZnDM_TTSHttpDownload.h"
 #include "ZnLocalService.h"
 
 #include <benchmark/benchmark.h>
@@ -29,34 +29,6 @@
 #include <random>
 #include <string>
 #include <vector>
-
-// Receives the download's delegate.
-class UZnBenchListener : public UObject
-{
-	DECLARE_CLASS_INTRINSIC(UZnBenchListener, UObject, CLASS_None, TEXT("/Script/ZnHttpBenchmarks"))
-public:
-	int32 Calls = 0;
-	bool bAll = false;
-	// Copies are kept only for the check: while timed, the listener reads the results in place, as
-	// the baseline does.
-	bool bKeep = false;
-	TArray<uint8> Audio;
-	FString Face;
-	FString Body;
-	void OnThreeFiles(bool audioRet, const TArray<uint8>& audioBytes, bool faceRet, const FString& faceJson,
-		bool bodyRet, const FString& bodyJson)
-	{
-		++Calls;
-		bAll = audioRet && faceRet && bodyRet;
-		if (bKeep)
-		{
-			Audio = audioBytes;
-			Face = faceJson;
-			Body = bodyJson;
-		}
-	}
-};
-IMPLEMENT_INTRINSIC_CLASS(UZnBenchListener, , UObject, COREUOBJECT_API, "/Script/ZnHttpBenchmarks", {})
 
 namespace
 {
@@ -140,19 +112,6 @@ void CurlAlone(std::string (&Out)[3])
 	curl_multi_cleanup(Multi);
 }
 
-// The module: one download object, its completion delivered by ticking the HTTP manager.
-void ThroughModule(UZnBenchListener* Listener)
-{
-	Listener->Calls = 0;
-	UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
-	Download->OnCompleted.AddDynamic(Listener, &UZnBenchListener::OnThreeFiles);
-	Download->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
-	if (!FHttpModule::Get().GetHttpManager().TickUntil([Listener]() { return Listener->Calls > 0; }, 30.0))
-	{
-		ZnBenchFail("the module's download did not complete");
-	}
-}
-
 void CheckBaseline()
 {
 	std::string Got[3];
@@ -169,7 +128,7 @@ void CheckBaseline()
 void CheckModule(UZnBenchListener* Listener)
 {
 	Listener->bKeep = true;
-	ThroughModule(Listener);
+	ZnBenchDownload(Listener, Urls);
 	Listener->bKeep = false;
 	const std::string Audio(reinterpret_cast<const char*>(Listener->Audio.GetData()), size_t(Listener->Audio.Num()));
 	if (!Listener->bAll || Audio != Contents[0] || ZnBenchNarrow(Listener->Face) != Contents[1] ||
@@ -216,7 +175,7 @@ void ThreeFiles_Module(benchmark::State& State)
 	CheckModule(Listener.Get());
 	for (auto _ : State)
 	{
-		ThroughModule(Listener.Get());
+		ZnBenchDownload(Listener.Get(), Urls);
 	}
 	State.SetBytesProcessed(
 		int64(State.iterations()) * int64(Contents[0].size() + Contents[1].size() + Contents[2].size()));
@@ -243,9 +202,7 @@ void PrintMemoryGrowth()
 		ZnCountingAllocator::ResetPeak();
 		for (int32 Index = 0; Index < Count; ++Index)
 		{
-			UZnDM_TTSHttpDownload* Download = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
-			Download->OnCompleted.AddDynamic(Listeners[size_t(Index)].Get(), &UZnBenchListener::OnThreeFiles);
-			Download->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
+			ZnBenchStartDownload(Listeners[size_t(Index)].Get(), Urls);
 		}
 		const bool bDone = FHttpModule::Get().GetHttpManager().TickUntil(
 			[&]()

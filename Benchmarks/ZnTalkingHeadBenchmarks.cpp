@@ -11,6 +11,7 @@
 //
 // Run: ZnTalkingHeadBenchmarks [--benchmark_filter=...]. Times are wall-clock (the transfer waits
 // on sockets), best of the repetitions.
+#include "ZnBenchDownload.h"
 #include "ZnBenchmarkSupport.h"
 
 #include "HttpManager.h"
@@ -19,7 +20,6 @@
 #include "UObject/Package.h"
 #include "UObject/StrongObjectPtr.h"
 #include "ZnDM_BpFuncLib.h"
-#include "ZnDM_TTSHttpDownload.h"
 #include "ZnGameLikeAllocator.h"
 #include "ZnLoudness.h"
 #include "ZnLocalService.h"
@@ -36,29 +36,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-// Receives the download's delegate.
-class UZnTalkingHeadListener : public UObject
-{
-	DECLARE_CLASS_INTRINSIC(UZnTalkingHeadListener, UObject, CLASS_None, TEXT("/Script/ZnTalkingHeadBenchmarks"))
-public:
-	int32 Calls = 0;
-	bool bAll = false;
-	TArray<uint8> Audio;
-	FString Face;
-	FString Body;
-	void OnThreeFiles(bool audioRet, const TArray<uint8>& audioBytes, bool faceRet, const FString& faceJson,
-		bool bodyRet, const FString& bodyJson)
-	{
-		++Calls;
-		bAll = audioRet && faceRet && bodyRet;
-		// The game keeps what it is handed; so does the listener.
-		Audio = audioBytes;
-		Face = faceJson;
-		Body = bodyJson;
-	}
-};
-IMPLEMENT_INTRINSIC_CLASS(UZnTalkingHeadListener, , UObject, COREUOBJECT_API, "/Script/ZnTalkingHeadBenchmarks", {})
 
 namespace
 {
@@ -118,17 +95,11 @@ bool Synthesise(FZnSynthesizedSpeech& Out)
 	return true;
 }
 
-// The three-file download through the module, its completion delivered by ticking the HTTP manager.
-void Download(UZnTalkingHeadListener* Listener)
+// The three-file download through the module; the game keeps what it is handed.
+void Download(UZnBenchListener* Listener)
 {
-	Listener->Calls = 0;
-	UZnDM_TTSHttpDownload* Request3 = UZnDM_TTSHttpDownload::CreateTTSHttpDownload();
-	Request3->OnCompleted.AddDynamic(Listener, &UZnTalkingHeadListener::OnThreeFiles);
-	Request3->DoDownload(ZnBenchWiden(Urls[0]), ZnBenchWiden(Urls[1]), ZnBenchWiden(Urls[2]), false);
-	if (!FHttpModule::Get().GetHttpManager().TickUntil([Listener]() { return Listener->Calls > 0; }, 30.0))
-	{
-		ZnBenchFail("the three-file download did not complete");
-	}
+	Listener->bKeep = true;
+	ZnBenchDownload(Listener, Urls);
 	if (!Listener->bAll)
 	{
 		ZnBenchFail("the three-file download failed");
@@ -165,7 +136,7 @@ void Prepare()
 	Urls[1] = Service->HostFile("speech_face.json", std::vector<uint8_t>(FaceJson.begin(), FaceJson.end()));
 	Urls[2] = Service->HostFile("speech_body.json", std::vector<uint8_t>(BodyJson.begin(), BodyJson.end()));
 
-	TStrongObjectPtr<UZnTalkingHeadListener> Listener(NewObject<UZnTalkingHeadListener>(GetTransientPackage()));
+	TStrongObjectPtr<UZnBenchListener> Listener(NewObject<UZnBenchListener>(GetTransientPackage()));
 	Download(Listener.Get());
 	const std::vector<uint8_t> GotWav(Listener->Audio.GetData(), Listener->Audio.GetData() + Listener->Audio.Num());
 	if (GotWav != Wav || ZnBenchNarrow(Listener->Face) != FaceJson || ZnBenchNarrow(Listener->Body) != BodyJson)
@@ -228,7 +199,7 @@ BENCHMARK(Step3_Body)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 void Step4_Transfer(benchmark::State& State)
 {
-	TStrongObjectPtr<UZnTalkingHeadListener> Listener(NewObject<UZnTalkingHeadListener>(GetTransientPackage()));
+	TStrongObjectPtr<UZnBenchListener> Listener(NewObject<UZnBenchListener>(GetTransientPackage()));
 	for (auto _ : State)
 	{
 		Download(Listener.Get());
