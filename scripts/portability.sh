@@ -38,8 +38,14 @@ Step()
 	echo "== $Name: $((SECONDS - Started)) s"
 }
 
+# The configure step's own output is long and rarely of interest; its errors still show.
+Quietly()
+{
+	"$@" >/dev/null
+}
+
 for Preset in "${Presets[@]}"; do
-	Step "$Preset configure" cmake --preset "$Preset" >/dev/null
+	Step "$Preset configure" Quietly cmake --preset "$Preset"
 	Step "$Preset build" cmake --build --preset "$Preset"
 	[ $BuildOnly -eq 0 ] || continue
 	Needed="ZN_SUITE_SECONDS_$Preset"
