@@ -133,9 +133,10 @@ TEST(HttpLifecycleTests, ShutdownFromInsideACompletionDropsTheRest)
 		ASSERT_TRUE(Request->ProcessRequest());
 		Requests.push_back(Request);
 	}
-	// Let all three finish on the worker before the first tick delivers any.
+	// Most often all three have finished on the worker before the first tick delivers any; on a
+	// loaded machine some are still in flight. Either way the rest is dropped.
 	std::this_thread::sleep_for(std::chrono::milliseconds(300));
-	FHttpModule::Get().GetHttpManager().Tick(0.0f);
+	ASSERT_TRUE(ZnTickUntil([&Calls]() { return Calls > 0; }));
 	EXPECT_EQ(Calls, 1);
 	FHttpModule::Get().GetHttpManager().Tick(0.0f);
 	EXPECT_EQ(Calls, 1);
